@@ -1,0 +1,146 @@
+#include "QuilloCore/Support/JsonReader.h"
+
+#include <fmt/format.h>
+#include <simdjson.h>
+
+#include <bit>
+#include <cmath>
+#include <utility>
+
+#include "QuilloCore/Support/JsonErrorLocation.h"
+
+namespace quillo {
+namespace {
+
+using simdjson::dom::element;
+using simdjson::dom::element_type;
+
+static_assert(sizeof(element) == 2 * sizeof(std::uint64_t) && std::is_trivially_copyable_v<element>);
+static_assert(sizeof(simdjson::dom::array::iterator) == 2 * sizeof(std::uint64_t));
+
+template <class Handle>
+element elementOf(const Handle& handle) {
+  return std::bit_cast<element>(handle);
+}
+
+std::string_view typeName(element value) {
+  switch (value.type()) {
+    case element_type::ARRAY: return "an array";
+    case element_type::OBJECT: return "an object";
+    case element_type::INT64:
+    case element_type::UINT64:
+    case element_type::DOUBLE: return "a number";
+    case element_type::STRING: return "a string";
+    case element_type::BOOL: return "a boolean";
+    case element_type::NULL_VALUE: return "null";
+  }
+  std::unreachable();
+}
+
+}  // namespace
+
+std::string JsonCursor::path() const {
+  if (parent_ == nullptr) return "$";
+  std::string text = parent_->path();
+  if (!key_.empty()) {
+    if (text == "$") return std::string(key_);
+    return text + "." + std::string(key_);
+  }
+  return fmt::format("{}[{}]", text, index_);
+}
+
+void JsonCursor::failWrongType(std::string_view expected) const {
+  throw JsonError(JsonError::WrongType{path(), std::string(expected), std::string(typeName(elementOf(handle_)))});
+}
+
+bool JsonCursor::isString() const {
+  return elementOf(handle_).is_string();
+}
+bool JsonCursor::isNumber() const {
+  return elementOf(handle_).is_number();
+}
+
+std::string_view JsonCursor::string() const {
+  std::string_view text;
+  if (elementOf(handle_).get_string().get(text) != simdjson::SUCCESS) failWrongType("a string");
+  return text;
+}
+
+bool JsonCursor::boolean() const {
+  bool value = false;
+  if (elementOf(handle_).get_bool().get(value) != simdjson::SUCCESS) failWrongType("a boolean");
+  return value;
+}
+
+std::int64_t JsonCursor::integer() const {
+  const element value = elementOf(handle_);
+  std::int64_t integer = 0;
+  if (value.is_int64() && value.get_int64().get(integer) == simdjson::SUCCESS) return integer;
+  if (!value.is_number()) failWrongType("a whole number");
+  double number = 0;
+  // Both bounds are exact doubles; the upper one is the first that no longer fits.
+  constexpr double upperBound = 9223372036854775808.0;
+  const bool isWhole = value.is_double() && value.get_double().get(number) == simdjson::SUCCESS &&
+                       std::trunc(number) == number && number >= -upperBound && number < upperBound;
+  if (!isWhole) throw JsonError(JsonError::InvalidValue{path(), "it is not a whole number of 64 bits"});
+  return static_cast<std::int64_t>(number);
+}
+
+double JsonCursor::number() const {
+  double value = 0;
+  if (elementOf(handle_).get_double().get(value) != simdjson::SUCCESS) failWrongType("a number");
+  return value;
+}
+
+std::optional<JsonCursor> JsonCursor::find(std::string_view key) const {
+  simdjson::dom::object object;
+  if (elementOf(handle_).get_object().get(object) != simdjson::SUCCESS) failWrongType("an object");
+  element member;
+  if (object.at_key(key).get(member) != simdjson::SUCCESS) return std::nullopt;
+  return JsonCursor(std::bit_cast<Handle>(member), this, key, 0);
+}
+
+JsonCursor JsonCursor::require(std::string_view key) const {
+  if (auto member = find(key)) return *member;
+  throw JsonError(JsonError::MissingMember{path(), std::string(key)});
+}
+
+JsonCursor::ElementIteration JsonCursor::beginElements() const {
+  simdjson::dom::array array;
+  if (elementOf(handle_).get_array().get(array) != simdjson::SUCCESS) failWrongType("an array");
+  return {std::bit_cast<Handle>(array.begin()), std::bit_cast<Handle>(array.end())};
+}
+
+void JsonCursor::advance(ElementIteration& iteration) {
+  auto position = std::bit_cast<simdjson::dom::array::iterator>(iteration.next);
+  ++position;
+  iteration.next = std::bit_cast<Handle>(position);
+}
+
+JsonCursor::Handle JsonCursor::currentElement(const ElementIteration& iteration) {
+  const auto position = std::bit_cast<simdjson::dom::array::iterator>(iteration.next);
+  return std::bit_cast<Handle>(*position);
+}
+
+struct JsonDocument::Storage {
+  simdjson::dom::parser parser;
+  element root;
+};
+
+JsonDocument::JsonDocument(std::unique_ptr<Storage> storage) : storage_(std::move(storage)) {}
+JsonDocument::JsonDocument(JsonDocument&&) noexcept = default;
+JsonDocument& JsonDocument::operator=(JsonDocument&&) noexcept = default;
+JsonDocument::~JsonDocument() = default;
+
+JsonDocument JsonDocument::parse(std::string_view text) {
+  auto storage = std::make_unique<Storage>();
+  const auto failure = storage->parser.parse(text.data(), text.size()).get(storage->root);
+  if (failure != simdjson::SUCCESS) throw locateJsonError(text, maximumDepth, simdjson::error_message(failure));
+  return JsonDocument(std::move(storage));
+}
+
+JsonCursor JsonDocument::root() const {
+  return JsonCursor(std::bit_cast<JsonCursor::Handle>(storage_->root), nullptr, {}, 0);
+}
+
+}  // namespace quillo

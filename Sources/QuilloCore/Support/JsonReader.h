@@ -1,0 +1,161 @@
+#pragma once
+
+#include <array>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "QuilloCore/Support/JsonError.h"
+#include "QuilloCore/Support/JsonFields.h"
+#include "QuilloCore/Support/JsonWriter.h"
+
+namespace quillo {
+
+/// One value of a parsed document and the way to it. A cursor points to its parent's cursor, which must outlive it, and
+/// is valid as long as its document.
+class JsonCursor {
+ public:
+  /// The typed readings throw JsonError::WrongType or JsonError::InvalidValue, naming this cursor's path.
+  std::string_view string() const;
+  bool boolean() const;
+  /// A whole number, also when it is written with a fraction of zero ("2.0").
+  std::int64_t integer() const;
+  double number() const;
+
+  /// The member of an object; nothing when it is absent. Throws WrongType when this is no object.
+  std::optional<JsonCursor> find(std::string_view key) const;
+  /// As `find`, but an absent member throws JsonError::MissingMember.
+  JsonCursor require(std::string_view key) const;
+
+  /// Calls `visit(cursor)` for every element of an array, in order. Throws WrongType when this is no array.
+  template <class Visitor>
+  void forEachElement(Visitor&& visit) const {
+    ElementIteration iteration = beginElements();
+    for (std::size_t i = 0; iteration.next != iteration.end; ++i, advance(iteration)) {
+      visit(JsonCursor(currentElement(iteration), this, {}, i));
+    }
+  }
+
+  std::string path() const;
+  bool isString() const;
+  bool isNumber() const;
+
+ private:
+  friend class JsonDocument;
+  using Handle = std::array<std::uint64_t, 2>;  // the parser's own two-word reference
+  struct ElementIteration {
+    Handle next;
+    Handle end;
+  };
+
+  JsonCursor(Handle handle, const JsonCursor* parent, std::string_view key, std::size_t index)
+      : handle_(handle), parent_(parent), key_(key), index_(index) {}
+
+  ElementIteration beginElements() const;
+  static void advance(ElementIteration& iteration);
+  static Handle currentElement(const ElementIteration& iteration);
+  [[noreturn]] void failWrongType(std::string_view expected) const;
+
+  Handle handle_;
+  const JsonCursor* parent_;
+  std::string_view key_;
+  std::size_t index_;
+};
+
+/// A parsed JSON text. Owns everything that its cursors refer to.
+class JsonDocument {
+ public:
+  static constexpr std::size_t maximumDepth = 1024;
+
+  /// Throws JsonError::Malformed, NotUtf8 or TooDeep.
+  static JsonDocument parse(std::string_view text);
+
+  JsonDocument(JsonDocument&&) noexcept;
+  JsonDocument& operator=(JsonDocument&&) noexcept;
+  ~JsonDocument();
+
+  JsonCursor root() const;
+
+ private:
+  struct Storage;
+  explicit JsonDocument(std::unique_ptr<Storage> storage);
+  std::unique_ptr<Storage> storage_;
+};
+
+template <class T>
+T readJson(const JsonCursor& cursor);
+
+namespace detail {
+
+template <class T>
+struct JsonReading {
+  static T read(const JsonCursor& cursor) {
+    if constexpr (std::same_as<T, bool>) {
+      return cursor.boolean();
+    } else if constexpr (std::integral<T>) {
+      const std::int64_t value = cursor.integer();
+      if (!std::in_range<T>(value))
+        throw JsonError(JsonError::InvalidValue{cursor.path(), "the number is out of range"});
+      return static_cast<T>(value);
+    } else if constexpr (std::floating_point<T>) {
+      return cursor.number();
+    } else if constexpr (std::same_as<T, std::string>) {
+      return std::string(cursor.string());
+    } else if constexpr (NamedEnumeration<T>) {
+      const std::string_view name = cursor.string();
+      const auto& names = EnumerationNames<T>::names;
+      for (std::size_t i = 0; i < names.size(); ++i) {
+        if (names[i] == name) return static_cast<T>(i);
+      }
+      throw JsonError(JsonError::UnknownName{cursor.path(), std::string(name)});
+    } else if constexpr (JsonRecord<T>) {
+      T record{};
+      forEachSortedField<T>([&](const auto& field) {
+        using Member = std::remove_cvref_t<decltype(record.*field.member)>;
+        if constexpr (isOptional<Member>) {
+          if (const auto member = cursor.find(field.key)) {
+            record.*field.member = readJson<typename Member::value_type>(*member);
+          }
+        } else {
+          record.*field.member = readJson<Member>(cursor.require(field.key));
+        }
+      });
+      return record;
+    } else {
+      return JsonCodec<T>::read(cursor);
+    }
+  }
+};
+
+template <class T>
+struct JsonReading<std::vector<T>> {
+  static std::vector<T> read(const JsonCursor& cursor) {
+    std::vector<T> values;
+    cursor.forEachElement([&](const JsonCursor& element) { values.push_back(readJson<T>(element)); });
+    return values;
+  }
+};
+
+}  // namespace detail
+
+template <class T>
+T readJson(const JsonCursor& cursor) {
+  return detail::JsonReading<T>::read(cursor);
+}
+
+/// Reads a whole text as one record. Unknown keys are ignored; of a repeated key the first counts.
+template <class T>
+T decodeJson(std::string_view text) {
+  const JsonDocument document = JsonDocument::parse(text);
+  return readJson<T>(document.root());
+}
+
+}  // namespace quillo

@@ -1,0 +1,124 @@
+#pragma once
+
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "QuilloCore/Support/JsonFields.h"
+
+namespace quillo {
+
+enum class JsonStyle {
+  compact,
+  prettyPrinted,  ///< two blanks a level, one member a line
+};
+
+/// Writes JSON text as a stream of events; slashes stay unescaped. The caller opens and closes what it nests and gives
+/// keys in ascending order; text must be UTF-8.
+class JsonWriter {
+ public:
+  explicit JsonWriter(JsonStyle style) : style_(style) {}
+
+  void beginObject() { begin('{'); }
+  void endObject() { end('}'); }
+  void beginArray() { begin('['); }
+  void endArray() { end(']'); }
+  void key(std::string_view name);
+
+  void string(std::string_view text);
+  void boolean(bool value);
+  void integer(std::int64_t value);
+  /// Shortest text that reads back as the same double. Throws JsonError::NotFinite for infinities and NaN.
+  void number(double value);
+
+  std::string takeText() { return std::move(text_); }
+
+ private:
+  void begin(char bracket);
+  void end(char bracket);
+  void separate();
+  void indent();
+  void quoted(std::string_view text);
+
+  JsonStyle style_;
+  std::string text_;
+  std::size_t depth_ = 0;
+  bool isFirst_ = true;
+  bool followsKey_ = false;
+};
+
+/// How a type that is neither a record nor a named enumeration travels as JSON: specialise with
+/// `static void write(JsonWriter&, const T&)` and `static T read(const JsonCursor&)`.
+template <class T>
+struct JsonCodec;
+
+template <class T>
+void writeJson(JsonWriter& writer, const T& value);
+
+template <class T>
+void writeJson(JsonWriter& writer, const std::vector<T>& values) {
+  writer.beginArray();
+  for (const auto& value : values) writeJson(writer, value);
+  writer.endArray();
+}
+
+namespace detail {
+
+template <class T>
+inline constexpr bool isOptional = false;
+template <class T>
+inline constexpr bool isOptional<std::optional<T>> = true;
+
+template <class Record>
+void writeRecord(JsonWriter& writer, const Record& record) {
+  writer.beginObject();
+  forEachSortedField<Record>([&](const auto& field) {
+    const auto& member = record.*field.member;
+    if constexpr (isOptional<std::remove_cvref_t<decltype(member)>>) {
+      if (!member) return;
+      writer.key(field.key);
+      writeJson(writer, *member);
+    } else {
+      writer.key(field.key);
+      writeJson(writer, member);
+    }
+  });
+  writer.endObject();
+}
+
+}  // namespace detail
+
+template <class T>
+void writeJson(JsonWriter& writer, const T& value) {
+  if constexpr (std::same_as<T, bool>) {
+    writer.boolean(value);
+  } else if constexpr (std::integral<T>) {
+    writer.integer(static_cast<std::int64_t>(value));
+  } else if constexpr (std::floating_point<T>) {
+    writer.number(value);
+  } else if constexpr (std::convertible_to<T, std::string_view>) {
+    writer.string(value);
+  } else if constexpr (NamedEnumeration<T>) {
+    writer.string(nameOf(value));
+  } else if constexpr (JsonRecord<T>) {
+    detail::writeRecord(writer, value);
+  } else {
+    JsonCodec<T>::write(writer, value);
+  }
+}
+
+/// The JSON text of a record: keys sorted in every object, absent optional members omitted, no final line feed.
+template <class T>
+std::string encodeJson(const T& value, JsonStyle style) {
+  JsonWriter writer(style);
+  writeJson(writer, value);
+  return writer.takeText();
+}
+
+}  // namespace quillo
