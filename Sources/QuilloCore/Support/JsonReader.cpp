@@ -134,7 +134,9 @@ JsonDocument::~JsonDocument() = default;
 
 JsonDocument JsonDocument::parse(std::string_view text) {
   auto storage = std::make_unique<Storage>();
-  const auto failure = storage->parser.parse(text.data(), text.size()).get(storage->root);
+  // The parser counts the document itself as a level.
+  auto failure = storage->parser.allocate(text.size(), maximumDepth + 1);
+  if (failure == simdjson::SUCCESS) failure = storage->parser.parse(text.data(), text.size()).get(storage->root);
   if (failure != simdjson::SUCCESS) throw locateJsonError(text, maximumDepth, simdjson::error_message(failure));
   return JsonDocument(std::move(storage));
 }

@@ -65,6 +65,10 @@ void JsonWriter::integer(std::int64_t value) {
 void JsonWriter::number(double value) {
   if (!std::isfinite(value)) throw JsonError(JsonError::NotFinite{});
   separate();
+  if (value == 0 && std::signbit(value)) {
+    text_ += "-0.0";  // "-0" would be read as an integer, which has no sign of zero
+    return;
+  }
   // Written out in full, a whole number beyond 64 bits would be read as an integer that does not fit.
   constexpr double wholeDigitsLimit = 1e18;
   std::array<char, 40> digits{};

@@ -85,6 +85,7 @@ TEST(GraphemeClusters, theFastPathAgreesWithIcuOnGeneratedTexts) {
     }
     const std::vector<std::size_t> expected = boundariesByIcu(*iterator, text);
     std::vector<std::size_t> actual;
+    actual.reserve(expected.size());
     for (std::size_t i = 0; i < expected.size(); ++i) {
       actual.push_back(graphemeClusterPrefix(text, static_cast<std::int64_t>(i)).size());
     }
