@@ -87,7 +87,7 @@ class FakeAccessibilityInterface::Session final : public AccessibilitySession {
   }
 
   void setMessagingTimeout(AccessibilityElement element, double seconds) override {
-    note({"setMessagingTimeout", element, {}, static_cast<std::int64_t>(seconds * 1000)});
+    note({"setMessagingTimeout", element, {}, 0, static_cast<std::int64_t>(seconds * 1000)});
   }
 
   AccessibilityResult<std::vector<std::string>> attributeNames(AccessibilityElement element) override {

@@ -31,7 +31,7 @@ struct FakeCall {
   AccessibilityElement element;
   std::string name;  ///< the attribute; several are separated by commas
   std::int64_t index = 0;
-  std::int64_t count = 0;
+  std::int64_t count = 0;  ///< of a page or a range; milliseconds of a time-out
 
   friend bool operator==(const FakeCall&, const FakeCall&) = default;
 };

@@ -20,6 +20,9 @@ struct AccessibilityWindowIdentity {
   /// Asked for in this order, in one message.
   static constexpr std::array<std::string_view, 4> attributes = {"AXWindowNumber", "AXPosition", "AXSize", "AXTitle"};
 
+  /// Whether a window of another list can be told by it.
+  bool isUsable() const { return windowNumber || frame; }
+
   /// What is missing or wrongly typed stays absent. `values` answer `attributes`, one by one.
   static AccessibilityWindowIdentity from(const AccessibilityValues& values);
 
