@@ -11,6 +11,17 @@
 namespace quillo::test {
 namespace {
 
+// A marker is the handle of no element: this token and the UTF-16 index that it marks.
+constexpr std::uint64_t markerTokens = 1'000'000'000;
+
+AccessibilityElement markerAt(std::int64_t index) {
+  return {markerTokens + static_cast<std::uint64_t>(index)};
+}
+
+std::int64_t indexOf(AccessibilityElement marker) {
+  return static_cast<std::int64_t>(marker.token - markerTokens);
+}
+
 std::vector<std::string> splitAtCommas(const std::string& text) {
   std::vector<std::string> parts;
   for (std::size_t begin = 0; begin <= text.size();) {
@@ -147,7 +158,7 @@ class FakeAccessibilityInterface::Session final : public AccessibilitySession {
   AccessibilityResult<std::vector<std::string>> parameterizedAttributeNames(AccessibilityElement element) override {
     return answer({"parameterizedAttributeNames", element, {}}, [&] {
       std::vector<std::string> names = owner_[element].parameterized;
-      if (owner_[element].text) names.emplace_back("AXStringForRange");
+      if (owner_[element].text && names.empty()) names.emplace_back("AXStringForRange");
       return names;
     });
   }
@@ -160,11 +171,9 @@ class FakeAccessibilityInterface::Session final : public AccessibilitySession {
     if (range != nullptr) std::tie(call.index, call.count) = std::pair(range->location, range->length);
     if (const auto error = note(call)) return std::unexpected(*error);
     const FakeElement& fake = owner_[element];
-    if (name == "AXStringForRange" && fake.text && range != nullptr) {
-      const std::int64_t answered = std::min(range->length, fake.longestTextAnswer.value_or(range->length));
-      return std::string(Utf16Index(*fake.text).substring(range->location, range->location + answered));
-    }
-    return std::unexpected(AccessibilityErrorCode::parameterizedAttributeUnsupported);
+    if (!fake.text) return std::unexpected(AccessibilityErrorCode::parameterizedAttributeUnsupported);
+    if (name == "AXStringForRange" && range != nullptr) return substring(fake, range->location, range->length);
+    return markerAnswer(fake, name, parameter);
   }
 
   AccessibilityResult<std::vector<std::string>> actionNames(AccessibilityElement element) override {
@@ -187,6 +196,31 @@ class FakeAccessibilityInterface::Session final : public AccessibilitySession {
   auto answer(FakeCall call, Answer make) -> AccessibilityResult<decltype(make())> {
     if (const auto error = note(std::move(call))) return std::unexpected(*error);
     return make();
+  }
+
+  static std::string substring(const FakeElement& fake, std::int64_t location, std::int64_t length) {
+    const Utf16Index index(*fake.text);
+    std::int64_t end = location + std::min(length, fake.longestTextAnswer.value_or(length));
+    const bool endsInsidePair = end < index.length() && index.utf16Offset(index.byteOffset(end)) != end;
+    if (endsInsidePair && fake.completesPairs) ++end;
+    return std::string(index.substring(location, end));
+  }
+
+  static AccessibilityResult<AccessibilityValue> markerAnswer(const FakeElement& fake, std::string_view name,
+                                                              const AccessibilityValue& parameter) {
+    if (const auto* range = std::get_if<std::vector<AccessibilityElement>>(&parameter)) {
+      const std::int64_t begin = indexOf(range->at(0));
+      const std::int64_t length = indexOf(range->at(1)) - begin;
+      if (name == "AXLengthForTextMarkerRange") return length;
+      if (name == "AXStringForTextMarkerRange") return substring(fake, begin, length);
+    }
+    if (const auto* marker = std::get_if<AccessibilityElement>(&parameter); name == "AXIndexForTextMarker") {
+      return indexOf(*marker);
+    }
+    if (const auto* index = std::get_if<std::int64_t>(&parameter); name == "AXTextMarkerForIndex") {
+      return markerAt(*index + fake.markerError);
+    }
+    return std::unexpected(AccessibilityErrorCode::parameterizedAttributeUnsupported);
   }
 
   AccessibilityResult<AccessibilityValue> value(AccessibilityElement element, std::string_view name) const {
@@ -243,6 +277,15 @@ AccessibilityElement FakeAccessibilityInterface::addTree(const NotationNode& nod
   for (const NotationNode& child : node.children) children.push_back(addTree(child, added));
   if (!children.empty()) setChildren(element, std::move(children));
   return element;
+}
+
+void FakeAccessibilityInterface::setMarkedText(AccessibilityElement element, std::string text,
+                                               std::vector<std::string> offered) {
+  FakeElement& fake = (*this)[element];
+  fake.attributes["AXStartTextMarker"] = markerAt(0);
+  fake.attributes["AXEndTextMarker"] = markerAt(utf16Length(text));
+  fake.parameterized = std::move(offered);
+  fake.text = std::move(text);
 }
 
 void FakeAccessibilityInterface::setChildren(AccessibilityElement parent, std::vector<AccessibilityElement> children,

@@ -21,8 +21,10 @@ struct FakeElement {
   std::map<std::string, std::int64_t, std::less<>> claimedCounts;     ///< lies about the size of an array
   std::vector<std::string> actions;
   std::vector<std::string> parameterized;         ///< further names that it claims
-  std::optional<std::string> text;                ///< answers AXStringForRange
+  std::optional<std::string> text;                ///< answers AXStringForRange, or the markers that it claims
   std::optional<std::int64_t> longestTextAnswer;  ///< UTF-16 units after which it stops answering
+  bool completesPairs = false;                    ///< a range that ends inside a surrogate pair takes it whole
+  std::int64_t markerError = 0;                   ///< added to the index of each marker that it makes
 };
 
 /// One call that was made, in the order made.
@@ -59,6 +61,8 @@ class FakeAccessibilityInterface final : public AccessibilityInterface {
   /// Adds the windows of the notation to the application and gives the elements in the order of the lines. The first
   /// window becomes the focused one.
   std::vector<AccessibilityElement> addWindows(std::string_view notation);
+  /// Gives the element a text that is addressed by markers.
+  void setMarkedText(AccessibilityElement element, std::string text, std::vector<std::string> offered);
   void setChildren(AccessibilityElement parent, std::vector<AccessibilityElement> children,
                    std::string_view attribute = "AXChildren");
 

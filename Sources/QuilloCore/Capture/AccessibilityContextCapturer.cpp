@@ -6,6 +6,7 @@
 #include <utility>
 #include <variant>
 
+#include "QuilloCore/Capture/AccessibilityAreaCoverage.h"
 #include "QuilloCore/Capture/AccessibilityAttributeReading.h"
 #include "QuilloCore/Capture/AccessibilityCaptureError.h"
 #include "QuilloCore/Capture/AccessibilityCaptureState.h"
@@ -53,12 +54,6 @@ AccessibilitySnapshot AccessibilityContextCapturer::captureSynchronously(
   captureCompleteDocumentText(session, state, walk.nodes(), walk.elements(), walk.documentAttributeNames());
 
   AccessibilitySnapshot snapshot;
-  if (root.note) snapshot.warnings.push_back(std::move(*root.note));
-  for (std::string& warning : session.captureWarnings()) snapshot.warnings.push_back(std::move(warning));
-  if (state.droppedIssueCount() > 0) {
-    snapshot.warnings.push_back(
-        fmt::format("{} additional Accessibility capture issues were omitted.", state.droppedIssueCount()));
-  }
   snapshot.capturedAt = wallClock_.now();
   snapshot.targetProcessIdentifier = target.processIdentifier;
   snapshot.rootKind = root.kind;
@@ -70,6 +65,16 @@ AccessibilitySnapshot AccessibilityContextCapturer::captureSynchronously(
   snapshot.truncations = state.truncations();
   snapshot.issues = state.issues();
   snapshot.deriveFields();
+
+  if (root.note) snapshot.warnings.push_back(std::move(*root.note));
+  for (std::string& warning : session.captureWarnings()) snapshot.warnings.push_back(std::move(warning));
+  if (auto warning = AccessibilityAreaCoverage::warning(snapshot, target.windowFrame)) {
+    snapshot.warnings.push_back(std::move(*warning));
+  }
+  if (state.droppedIssueCount() > 0) {
+    snapshot.warnings.push_back(
+        fmt::format("{} additional Accessibility capture issues were omitted.", state.droppedIssueCount()));
+  }
   return snapshot;
 }
 
