@@ -187,14 +187,14 @@ class FakeAccessibilityInterface::Session final : public AccessibilitySession {
   std::vector<std::string> captureWarnings() override { return owner_.warnings; }
 
  private:
-  std::optional<AccessibilityErrorCode> note(FakeCall call) {
-    owner_.calls.push_back(std::move(call));
-    return owner_.onCall ? owner_.onCall(FakeCall(owner_.calls.back())) : std::nullopt;
+  std::optional<AccessibilityErrorCode> note(const FakeCall& call) {
+    if (owner_.recordsCalls) owner_.calls.push_back(call);
+    return owner_.onCall ? owner_.onCall(call) : std::nullopt;
   }
 
   template <class Answer>
-  auto answer(FakeCall call, Answer make) -> AccessibilityResult<decltype(make())> {
-    if (const auto error = note(std::move(call))) return std::unexpected(*error);
+  auto answer(const FakeCall& call, Answer make) -> AccessibilityResult<decltype(make())> {
+    if (const auto error = note(call)) return std::unexpected(*error);
     return make();
   }
 

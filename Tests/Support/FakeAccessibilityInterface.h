@@ -78,6 +78,7 @@ class FakeAccessibilityInterface final : public AccessibilityInterface {
   }
 
   std::vector<FakeCall> calls;
+  bool recordsCalls = true;  ///< off where only time counts
   std::size_t countCalls(std::string_view operation) const;
 
   bool isProcessTrusted(AccessibilityTrustPrompt prompt) override;
