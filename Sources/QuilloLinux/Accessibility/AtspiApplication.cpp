@@ -1,0 +1,180 @@
+#include "QuilloLinux/Accessibility/AtspiApplication.h"
+
+#include <algorithm>
+#include <chrono>
+#include <deque>
+#include <set>
+#include <string>
+#include <thread>
+#include <utility>
+
+namespace quillo {
+namespace {
+
+const AtspiObject registryRoot{"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"};
+constexpr const char* accessible = "org.a11y.atspi.Accessible";
+constexpr const char* application = "org.a11y.atspi.Application";
+
+AtspiToolkit toolkitOf(const std::string& name, const std::string& version) {
+  if (name == "GTK" || name == "gtk") return version.starts_with("4") ? AtspiToolkit::gtk4 : AtspiToolkit::gtk3;
+  if (name.starts_with("Qt")) return AtspiToolkit::qt;
+  if (name == "Chromium") return AtspiToolkit::chromium;
+  if (name == "Gecko") return AtspiToolkit::gecko;
+  return AtspiToolkit::other;
+}
+
+bool isTextRole(AtspiRole role) { return mayHoldText(role) || role == AtspiRole::passwordText; }
+
+}  // namespace
+
+std::optional<AtspiApplication> AtspiApplication::find(AtspiBus& bus, AtspiObjectTable& objects,
+                                                       AtspiNodeReader& reader,
+                                                       const AccessibilityCaptureControl& control,
+                                                       std::int32_t processIdentifier) {
+  std::vector<AtspiObject> applications;
+  bus.call({registryRoot, accessible, "GetChildren", {}, [&](const AtspiReply& reply) {
+              applications = reply.objects().value_or(std::vector<AtspiObject>{});
+            }},
+           control);
+  const AtspiObject daemon{"org.freedesktop.DBus", "/org/freedesktop/DBus"};
+  std::vector<std::uint64_t> roots;
+  for (const AtspiObject& candidate : applications) {
+    bus.queue({daemon, "org.freedesktop.DBus", "GetConnectionUnixProcessID", candidate.busName,
+               [&](const AtspiReply& reply) {
+                 if (reply.uint32() == static_cast<std::uint32_t>(processIdentifier)) {
+                   roots.push_back(objects.tokenOf(candidate));
+                 }
+               }});
+  }
+  if (!bus.drain(control) || roots.empty()) return std::nullopt;
+  AtspiApplication found(bus, objects, reader, control, std::move(roots));
+  found.identifyToolkit();
+  found.readWindows();
+  if (reader.toolkit() == AtspiToolkit::chromium) found.awaitTree();
+  return found;
+}
+
+void AtspiApplication::identifyToolkit() {
+  std::string name;
+  std::string version;
+  const AtspiObject& root = objects_[roots_.front()];
+  bus_.queue(makeGetCall(root, application, "ToolkitName",
+                         [&](const AtspiReply& reply) { name = reply.text().value_or(""); }));
+  bus_.queue(
+      makeGetCall(root, application, "Version", [&](const AtspiReply& reply) { version = reply.text().value_or(""); }));
+  bus_.drain(control_);
+  reader_.setToolkit(toolkitOf(name, version));
+}
+
+void AtspiApplication::readWindows() {
+  windows_.clear();
+  reader_.read(roots_);
+  for (const std::uint64_t root : roots_) {
+    if (const AtspiNodeRecord* record = reader_.knownRecord(root)) {
+      windows_.insert(windows_.end(), record->children.begin(), record->children.end());
+    }
+  }
+  reader_.read(windows_);
+  std::erase_if(windows_, [&](std::uint64_t window) {
+    const AtspiNodeRecord* record = reader_.knownRecord(window);
+    return record == nullptr || record->error != AccessibilityErrorCode::success;
+  });
+}
+
+void AtspiApplication::awaitTree() {
+  using namespace std::chrono_literals;
+  constexpr std::size_t sampledCount = 150;
+  constexpr int steadyReadingsWanted = 2;
+  constexpr auto pause = 50ms;
+  constexpr int maximumReadings = 25;
+
+  // The calls themselves switch the tree on. How many children the upper elements have stands still when it is built.
+  std::size_t previous = 0;
+  int steadyReadings = 0;
+  for (int i = 0; i < maximumReadings && !control_.stopReason(); ++i) {
+    std::size_t current = 0;
+    std::deque<std::uint64_t> pending(windows_.begin(), windows_.end());
+    for (const std::uint64_t window : windows_) reader_.readTree(window, sampledCount);
+    std::set<std::uint64_t> seen;
+    while (!pending.empty()) {
+      const std::uint64_t token = pending.front();
+      pending.pop_front();
+      const AtspiNodeRecord* record = seen.insert(token).second ? reader_.knownRecord(token) : nullptr;
+      if (record == nullptr) continue;
+      current += record->children.size();
+      pending.insert(pending.end(), record->children.begin(), record->children.end());
+    }
+    steadyReadings = current == previous ? steadyReadings + 1 : 0;
+    previous = current;
+    reader_.forget();
+    readWindows();
+    if (steadyReadings == steadyReadingsWanted) return;
+    std::this_thread::sleep_for(pause);
+  }
+}
+
+std::optional<std::uint64_t> AtspiApplication::focusedWindow() const {
+  const auto isActive = [&](std::uint64_t window) {
+    const AtspiNodeRecord* record = reader_.knownRecord(window);
+    return record != nullptr && record->is(AtspiState::active);
+  };
+  const auto found = std::ranges::find_if(windows_, isActive);
+  return found == windows_.end() ? std::nullopt : std::optional(*found);
+}
+
+std::optional<std::vector<std::uint64_t>> AtspiApplication::matchFocused(std::uint64_t window) {
+  constexpr std::int32_t maximumMatches = 16;
+  std::optional<std::vector<std::uint64_t>> matches;
+  bus_.call({objects_[window], "org.a11y.atspi.Collection", "GetMatches",
+             AtspiStateRule{.state = AtspiState::focused, .maximumCount = maximumMatches},
+             [&](const AtspiReply& reply) {
+               const auto objects = reply.objects();
+               if (!objects) return;
+               matches.emplace();
+               for (const AtspiObject& object : *objects) {
+                 if (!object.isNull()) matches->push_back(objects_.tokenOf(object));
+               }
+             }},
+            control_);
+  return matches;
+}
+
+std::optional<std::uint64_t> AtspiApplication::bestFocused(const std::vector<std::uint64_t>& candidates) {
+  reader_.read(candidates);
+  std::optional<std::uint64_t> best;
+  bool bestIsText = false;
+  for (const std::uint64_t candidate : candidates) {
+    const AtspiNodeRecord* record = reader_.knownRecord(candidate);
+    if (record == nullptr || !record->is(AtspiState::focused)) continue;
+    // Candidates come in tree order, so a later one is deeper; a text is where one types.
+    const bool isText = isTextRole(record->role) && !isDocument(record->role);
+    if (best && bestIsText && !isText) continue;
+    best = candidate;
+    bestIsText = isText;
+  }
+  return best;
+}
+
+std::optional<std::uint64_t> AtspiApplication::focusedElement(std::size_t maximumCount) {
+  const auto window = focusedWindow();
+  if (!window) return std::nullopt;
+  const AtspiNodeRecord* record = reader_.knownRecord(*window);
+  if (record != nullptr && record->hasInterface("Collection")) {
+    if (const auto matches = matchFocused(*window); matches && !matches->empty()) return bestFocused(*matches);
+  }
+  reader_.readTree(*window, maximumCount);
+  std::vector<std::uint64_t> focused;
+  std::set<std::uint64_t> seen;
+  std::vector<std::uint64_t> pending = {*window};
+  while (!pending.empty()) {
+    const std::uint64_t token = pending.back();
+    pending.pop_back();
+    const AtspiNodeRecord* known = seen.insert(token).second ? reader_.knownRecord(token) : nullptr;
+    if (known == nullptr) continue;
+    if (known->is(AtspiState::focused)) focused.push_back(token);
+    pending.insert(pending.end(), known->children.rbegin(), known->children.rend());
+  }
+  return bestFocused(focused);
+}
+
+}  // namespace quillo

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "QuilloCore/Capture/AccessibilityCaptureControl.h"
+#include "QuilloCore/Support/Geometry.h"
+#include "QuilloLinux/Accessibility/AtspiBus.h"
+#include "QuilloLinux/Accessibility/AtspiNodeReader.h"
+#include "QuilloLinux/Accessibility/AtspiObject.h"
+
+namespace quillo {
+
+/// One application on the accessibility bus: where it is, which toolkit it speaks through, its windows and its focus.
+class AtspiApplication {
+ public:
+  /// The application of that process; nothing when it is not on the bus. Asks the registry and the bus daemon alone, so
+  /// that no other application can hold the search up.
+  static std::optional<AtspiApplication> find(AtspiBus& bus, AtspiObjectTable& objects, AtspiNodeReader& reader,
+                                              const AccessibilityCaptureControl& control,
+                                              std::int32_t processIdentifier);
+
+  std::uint64_t token() const { return roots_.front(); }
+
+  /// The top-level windows, read. Where a toolkit builds its tree only on demand, waits (at most 1.5 seconds) until it
+  /// has done so.
+  const std::vector<std::uint64_t>& windows() const { return windows_; }
+
+  std::optional<std::uint64_t> focusedWindow() const;
+
+  /// The element that has the focus inside the focused window. Reads the whole window where the toolkit cannot be asked.
+  std::optional<std::uint64_t> focusedElement(std::size_t maximumCount);
+
+ private:
+  AtspiApplication(AtspiBus& bus, AtspiObjectTable& objects, AtspiNodeReader& reader,
+                   const AccessibilityCaptureControl& control, std::vector<std::uint64_t> roots)
+      : bus_(bus), objects_(objects), reader_(reader), control_(control), roots_(std::move(roots)) {}
+
+  void identifyToolkit();
+  void readWindows();
+  void awaitTree();
+  std::optional<std::vector<std::uint64_t>> matchFocused(std::uint64_t window);
+  std::optional<std::uint64_t> bestFocused(const std::vector<std::uint64_t>& candidates);
+
+  AtspiBus& bus_;
+  AtspiObjectTable& objects_;
+  AtspiNodeReader& reader_;
+  const AccessibilityCaptureControl& control_;
+  std::vector<std::uint64_t> roots_;  // one for each connection that the process has
+  std::vector<std::uint64_t> windows_;
+};
+
+}  // namespace quillo

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "QuilloCore/Capture/AccessibilityInterface.h"
+#include "QuilloLinux/Accessibility/AtspiNodeRecord.h"
+
+namespace quillo {
+
+/// An accessible object in the terms of the capture.
+struct AtspiMappedElement {
+  std::vector<std::pair<std::string, AccessibilityValue>> attributes;  ///< what the element advertises, but its children
+  std::optional<std::string> fullText;  ///< what AXStringForRange reads from; only with AXNumberOfCharacters
+  std::vector<std::string> actions;
+
+  const AccessibilityValue* attribute(std::string_view name) const;
+};
+
+/// Pure. `origin` is added to the application's coordinates.
+AtspiMappedElement mapElement(const AtspiNodeRecord& record, AtspiToolkit toolkit, ArtifactPoint origin);
+
+/// The application's actions as accessibility actions: known names translated, noise dropped, each once.
+std::vector<std::string> mapActions(const std::vector<std::string>& names);
+
+}  // namespace quillo

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "QuilloCore/Capture/AccessibilityCaptureControl.h"
+#include "QuilloLinux/Accessibility/AtspiObject.h"
+#include "QuilloLinux/Accessibility/AtspiReply.h"
+
+struct sd_bus;
+
+namespace quillo {
+
+/// A rule for Collection.GetMatches: objects that have this state.
+struct AtspiStateRule {
+  unsigned state;
+  std::int32_t maximumCount;
+};
+
+/// The arguments of a call: none, a coordinate type or a number, two numbers, two texts (of Properties.Get), or a rule.
+using AtspiArguments = std::variant<std::monostate, std::uint32_t, std::int32_t, std::pair<std::int32_t, std::int32_t>,
+                                    std::pair<const char*, const char*>, std::string, AtspiStateRule>;
+
+struct AtspiCall {
+  AtspiObject object;
+  const char* interface = nullptr;
+  const char* member = nullptr;
+  AtspiArguments arguments;
+  std::function<void(const AtspiReply&)> onReply;
+};
+
+/// What was asked of the target, for those who watch that it stays cheap.
+struct AtspiStatistics {
+  std::size_t callCount = 0;
+  std::size_t largestInFlight = 0;
+};
+
+/// A connection to a message bus on which many calls are in flight at once. Used by one thread.
+class AtspiBus {
+ public:
+  /// Past a hundred or so, more calls in flight slow the target down.
+  static constexpr std::size_t window = 96;
+
+  /// Null when the address cannot be connected to.
+  static std::unique_ptr<AtspiBus> connect(const std::string& address);
+  /// The user's session bus; null when there is none.
+  static std::unique_ptr<AtspiBus> connectToSessionBus();
+
+  AtspiBus(const AtspiBus&) = delete;
+  AtspiBus& operator=(const AtspiBus&) = delete;
+  ~AtspiBus();
+
+  /// Seconds that each later call may take.
+  void setTimeout(double seconds);
+
+  /// Queues a call. Its reply handler runs inside `drain` and may queue more.
+  void queue(AtspiCall call);
+
+  /// Sends what is queued, `window` calls at a time, until everything is answered. When nothing is queued any more and
+  /// there is room, `refill` may queue more; it answers whether it did. Looks at the control between any two replies;
+  /// false when it has stopped, with the unanswered calls forgotten.
+  bool drain(const AccessibilityCaptureControl& control, const std::function<bool()>& refill = {});
+
+  /// One call and its answer.
+  void call(AtspiCall call, const AccessibilityCaptureControl& control);
+
+  const AtspiStatistics& statistics() const { return statistics_; }
+
+ private:
+  struct Flight;
+  explicit AtspiBus(sd_bus* bus);
+  void send(AtspiCall call);
+  void land(Flight& flight, const AtspiReply& reply);
+  void failAll();
+
+  sd_bus* bus_;
+  std::uint64_t timeoutMicroseconds_ = 3'000'000;
+  std::deque<AtspiCall> queued_;
+  std::vector<std::unique_ptr<Flight>> flights_;  // landed ones are reused
+  std::vector<Flight*> idleFlights_;
+  std::size_t inFlight_ = 0;
+  bool isLost_ = false;
+  std::exception_ptr handlerFailure_;
+  AtspiStatistics statistics_;
+};
+
+/// The call that reads one property.
+AtspiCall makeGetCall(const AtspiObject& object, const char* interface, const char* property,
+                      std::function<void(const AtspiReply&)> onReply);
+
+}  // namespace quillo

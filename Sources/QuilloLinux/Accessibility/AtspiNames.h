@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+
+#include "QuilloLinux/Accessibility/AtspiNodeRecord.h"
+
+namespace quillo {
+
+/// The texts that name and explain an object; empty when there is none.
+struct AtspiNames {
+  std::string title;
+  std::string description;
+  std::string help;
+  std::string placeholder;
+
+  friend bool operator==(const AtspiNames&, const AtspiNames&) = default;
+};
+
+/// Sorts out what toolkits put into names and descriptions: class names, an entry's own text, tooltips, placeholders.
+AtspiNames accessibleNames(const AtspiNodeRecord& record, AtspiToolkit toolkit);
+
+/// Whether the object's text is more than placeholders of embedded objects and white space.
+bool hasOwnText(const AtspiNodeRecord& record);
+
+}  // namespace quillo

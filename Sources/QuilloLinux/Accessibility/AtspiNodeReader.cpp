@@ -1,0 +1,244 @@
+#include "QuilloLinux/Accessibility/AtspiNodeReader.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quillo {
+namespace {
+
+constexpr const char* accessible = "org.a11y.atspi.Accessible";
+constexpr const char* component = "org.a11y.atspi.Component";
+constexpr const char* textInterface = "org.a11y.atspi.Text";
+constexpr std::string_view interfacePrefix = "org.a11y.atspi.";
+constexpr std::uint32_t screenCoordinates = 0;
+constexpr std::uint32_t labelledByRelation = 2;
+
+/// More children than any capture keeps are not looked at one by one.
+constexpr std::size_t maximumChildCount = 100'000;
+
+std::vector<std::string> shortInterfaceNames(std::vector<std::string> names) {
+  for (std::string& name : names) {
+    if (name.starts_with(interfacePrefix)) name.erase(0, interfacePrefix.size());
+  }
+  return names;
+}
+
+/// Controls that toolkits label by a separate element.
+bool isLabelledApart(AtspiRole role) {
+  using enum AtspiRole;
+  return role == entry || role == text || role == passwordText || role == autocomplete || role == comboBox ||
+         role == spinButton || role == slider;
+}
+
+}  // namespace
+
+/// One object's reading: the record as far as it is known, and how many answers are still to come.
+struct AtspiNodeReader::Reading {
+  std::uint64_t token = 0;
+  AtspiObject object;
+  AtspiNodeRecord record;
+  std::size_t openCalls = 0;
+  void (AtspiNodeReader::*next)(const std::shared_ptr<Reading>&) = nullptr;  // when no call is open any more
+};
+
+void AtspiNodeReader::ask(const std::shared_ptr<Reading>& reading, const char* interface, const char* member,
+                          AtspiArguments arguments, std::function<void(const AtspiReply&)> onReply) {
+  ++reading->openCalls;
+  bus_.queue({reading->object, interface, member, std::move(arguments),
+              [this, reading, onReply = std::move(onReply)](const AtspiReply& reply) {
+                onReply(reply);
+                if (--reading->openCalls == 0) (this->*reading->next)(reading);
+              }});
+}
+
+void AtspiNodeReader::get(const std::shared_ptr<Reading>& reading, const char* interface, const char* property,
+                          std::function<void(const AtspiReply&)> onReply) {
+  ask(reading, "org.freedesktop.DBus.Properties", "Get", std::pair(interface, property), std::move(onReply));
+}
+
+void AtspiNodeReader::start(std::uint64_t token) {
+  auto reading = std::make_shared<Reading>();
+  reading->token = token;
+  reading->object = objects_[token];
+  readBase(reading);
+}
+
+void AtspiNodeReader::readBase(const std::shared_ptr<Reading>& reading) {
+  reading->next = &AtspiNodeReader::readByRole;
+  AtspiNodeRecord& record = reading->record;
+  ask(reading, accessible, "GetRole", {}, [&record](const AtspiReply& reply) {
+    if (const auto role = reply.uint32()) {
+      record.role = static_cast<AtspiRole>(*role);
+    } else {
+      record.error = reply.isError() ? reply.error() : AccessibilityErrorCode::failure;
+    }
+  });
+  ask(reading, accessible, "GetState", {}, [&record](const AtspiReply& reply) {
+    record.states = reply.states().value_or(0);
+  });
+  ask(reading, accessible, "GetInterfaces", {}, [&record](const AtspiReply& reply) {
+    record.interfaces = shortInterfaceNames(reply.texts().value_or(std::vector<std::string>{}));
+  });
+  ask(reading, accessible, "GetAttributes", {}, [&record](const AtspiReply& reply) {
+    record.attributes = reply.attributes().value_or(std::vector<std::pair<std::string, std::string>>{});
+  });
+  ask(reading, accessible, "GetChildren", {}, [this, &record](const AtspiReply& reply) {
+    record.childrenError = reply.error();
+    const auto children = reply.objects();
+    if (!children) return;
+    record.children.reserve(std::min(children->size(), maximumChildCount));
+    for (const AtspiObject& child : *children) {
+      if (record.children.size() == maximumChildCount) break;
+      if (!child.isNull()) record.children.push_back(objects_.tokenOf(child));
+    }
+  });
+  get(reading, accessible, "Name", [&record](const AtspiReply& reply) { record.name = reply.text().value_or(""); });
+  get(reading, accessible, "Description", [&record](const AtspiReply& reply) {
+    record.description = reply.text().value_or("");
+  });
+  ask(reading, component, "GetExtents", screenCoordinates, [&record](const AtspiReply& reply) {
+    record.extents = reply.extents();
+  });
+}
+
+void AtspiNodeReader::readByRole(const std::shared_ptr<Reading>& reading) {
+  reading->next = &AtspiNodeReader::readLabel;
+  AtspiNodeRecord& record = reading->record;
+  if (record.error != AccessibilityErrorCode::success) return finish(reading);
+  const AtspiRole role = record.role;
+
+  const bool isPassword = role == AtspiRole::passwordText;
+  const bool isEditable = record.is(AtspiState::editable);
+  if (!isPassword && (mayHoldText(role) || isEditable) && record.hasInterface("Text")) {
+    get(reading, textInterface, "CharacterCount", [&record](const AtspiReply& reply) {
+      if (const auto count = reply.int32(); count && *count >= 0) {
+        record.text.emplace();
+        record.text->characterCount = *count;
+      }
+    });
+  }
+  if (isInteractive(role) && record.hasInterface("Action")) {
+    ask(reading, "org.a11y.atspi.Action", "GetActions", {}, [&record](const AtspiReply& reply) {
+      record.actions = reply.actionNames().value_or(std::vector<std::string>{});
+    });
+  }
+  if (!isPassword && hasRangeValue(role) && record.hasInterface("Value")) {
+    get(reading, "org.a11y.atspi.Value", "CurrentValue", [&record](const AtspiReply& reply) {
+      record.value = reply.number();
+    });
+  }
+  if (role == AtspiRole::link && record.hasInterface("Hyperlink")) {
+    ask(reading, "org.a11y.atspi.Hyperlink", "GetURI", std::int32_t{0}, [&record](const AtspiReply& reply) {
+      record.uri = reply.text();
+    });
+  }
+  if (isDocument(role) && record.hasInterface("Document")) {
+    ask(reading, "org.a11y.atspi.Document", "GetAttributes", {}, [&record](const AtspiReply& reply) {
+      record.documentAttributes = reply.attributes().value_or(std::vector<std::pair<std::string, std::string>>{});
+    });
+  }
+  if (isTableCell(role) && record.hasInterface("TableCell")) {
+    get(reading, "org.a11y.atspi.TableCell", "Position", [&record](const AtspiReply& reply) {
+      if (const auto position = reply.cellPosition()) record.tableRow = position->first;
+    });
+  }
+  const bool trustsName = toolkit_ != AtspiToolkit::other || !isPassword;
+  if (isLabelledApart(role) && (record.name.empty() || !trustsName || toolkit_ == AtspiToolkit::gtk4)) {
+    ask(reading, accessible, "GetRelationSet", {}, [this, reading](const AtspiReply& reply) {
+      const auto labels = reply.relationTargets(labelledByRelation);
+      if (!labels || labels->empty() || labels->front().isNull()) return;
+      ++reading->openCalls;
+      bus_.queue(makeGetCall(labels->front(), accessible, "Name", [this, reading](const AtspiReply& name) {
+        reading->record.labelledBy = name.text();
+        if (--reading->openCalls == 0) (this->*reading->next)(reading);
+      }));
+    });
+  }
+  // Of an unknown toolkit's password field the name may be the secret itself.
+  if (!trustsName) record.name.clear();
+  if (reading->openCalls == 0) readLabel(reading);
+}
+
+void AtspiNodeReader::readLabel(const std::shared_ptr<Reading>& reading) {
+  if (reading->record.text && reading->record.text->characterCount > 0) {
+    readText(reading);
+  } else {
+    finish(reading);
+  }
+}
+
+void AtspiNodeReader::readText(const std::shared_ptr<Reading>& reading) {
+  reading->next = &AtspiNodeReader::finish;
+  AtspiNodeText& text = *reading->record.text;
+  const auto length = static_cast<std::int32_t>(std::min<std::int64_t>(text.characterCount, maximumTextLength));
+  ask(reading, textInterface, "GetText", std::pair(std::int32_t{0}, length), [&text, length](const AtspiReply& reply) {
+    // Of a text that was cut the application's count says nothing about the part.
+    text.text = interpretText(reply.text().value_or(""), length);
+  });
+  get(reading, textInterface, "CaretOffset", [&text](const AtspiReply& reply) { text.caret = reply.int32(); });
+  ask(reading, textInterface, "GetNSelections", {}, [this, reading, &text](const AtspiReply& reply) {
+    if (reply.int32().value_or(0) < 1) return;
+    ask(reading, textInterface, "GetSelection", std::int32_t{0}, [&text](const AtspiReply& selection) {
+      const auto start = selection.int32();
+      const auto end = selection.int32();
+      if (start && end && *start < *end) text.selection = std::pair(*start, *end);
+    });
+  });
+}
+
+void AtspiNodeReader::finish(const std::shared_ptr<Reading>& reading) {
+  records_.insert_or_assign(reading->token, std::move(reading->record));
+  if (onRead_) onRead_(reading->token);
+}
+
+const AtspiNodeRecord* AtspiNodeReader::knownRecord(std::uint64_t token) const {
+  const auto found = records_.find(token);
+  return found == records_.end() ? nullptr : &found->second;
+}
+
+const AtspiNodeRecord& AtspiNodeReader::record(std::uint64_t token) {
+  read(std::span(&token, 1));
+  if (const AtspiNodeRecord* known = knownRecord(token)) return *known;
+  static const AtspiNodeRecord stopped{.error = AccessibilityErrorCode::cannotComplete};
+  return stopped;
+}
+
+void AtspiNodeReader::read(std::span<const std::uint64_t> tokens) {
+  std::size_t next = 0;
+  bus_.drain(control_, [&] {
+    while (next < tokens.size() && records_.contains(tokens[next])) ++next;
+    if (next == tokens.size()) return false;
+    start(tokens[next++]);
+    return true;
+  });
+}
+
+void AtspiNodeReader::readTree(std::uint64_t root, std::size_t maximumCount) {
+  std::deque<std::uint64_t> pending = {root};
+  std::unordered_map<std::uint64_t, bool> isSeen = {{root, true}};
+  std::size_t startedCount = 0;
+  const auto follow = [&](std::uint64_t token) {
+    for (const std::uint64_t child : records_.at(token).children) {
+      if (isSeen.size() >= maximumCount) return;
+      if (isSeen.try_emplace(child, true).second) pending.push_back(child);
+    }
+  };
+  onRead_ = follow;
+  bus_.drain(control_, [&] {
+    while (!pending.empty()) {
+      const std::uint64_t token = pending.front();
+      pending.pop_front();
+      if (records_.contains(token)) {
+        follow(token);
+        continue;
+      }
+      ++startedCount;
+      start(token);
+      return true;
+    }
+    return false;
+  });
+  onRead_ = nullptr;
+}
+
+}  // namespace quillo

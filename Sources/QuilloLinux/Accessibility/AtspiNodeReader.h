@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <span>
+#include <unordered_map>
+
+#include "QuilloCore/Capture/AccessibilityCaptureControl.h"
+#include "QuilloLinux/Accessibility/AtspiBus.h"
+#include "QuilloLinux/Accessibility/AtspiNodeRecord.h"
+#include "QuilloLinux/Accessibility/AtspiObject.h"
+
+namespace quillo {
+
+/// Reads accessible objects into records, many at once: the base calls of an object are in flight together, what its role
+/// makes worth asking follows as soon as the role is known, and other objects' calls fill the gaps.
+///
+/// Of a password field no text is ever asked.
+class AtspiNodeReader {
+ public:
+  /// Of a text longer than this, only so many characters are fetched; no capture keeps more.
+  static constexpr std::int32_t maximumTextLength = 600'000;
+
+  AtspiNodeReader(AtspiBus& bus, AtspiObjectTable& objects, const AccessibilityCaptureControl& control)
+      : bus_(bus), objects_(objects), control_(control) {}
+
+  void setToolkit(AtspiToolkit toolkit) { toolkit_ = toolkit; }
+  AtspiToolkit toolkit() const { return toolkit_; }
+
+  /// The record of one object, read now if it was not yet. Never null; a record whose error is set holds nothing.
+  const AtspiNodeRecord& record(std::uint64_t token);
+
+  /// The record if it is there already, or null.
+  const AtspiNodeRecord* knownRecord(std::uint64_t token) const;
+
+  /// Reads those of the objects that are not known yet.
+  void read(std::span<const std::uint64_t> tokens);
+
+  /// Reads the whole tree below `root`, breadth-first, until `maximumCount` objects are known.
+  void readTree(std::uint64_t root, std::size_t maximumCount);
+
+  /// Forgets what was read, so that it is read anew.
+  void forget() { records_.clear(); }
+
+ private:
+  struct Reading;
+
+  void start(std::uint64_t token);
+  void readBase(const std::shared_ptr<Reading>& reading);
+  void readByRole(const std::shared_ptr<Reading>& reading);
+  void readText(const std::shared_ptr<Reading>& reading);
+  void readLabel(const std::shared_ptr<Reading>& reading);
+  void finish(const std::shared_ptr<Reading>& reading);
+  void ask(const std::shared_ptr<Reading>& reading, const char* interface, const char* member,
+           AtspiArguments arguments, std::function<void(const AtspiReply&)> onReply);
+  void get(const std::shared_ptr<Reading>& reading, const char* interface, const char* property,
+           std::function<void(const AtspiReply&)> onReply);
+
+  AtspiBus& bus_;
+  AtspiObjectTable& objects_;
+  const AccessibilityCaptureControl& control_;
+  AtspiToolkit toolkit_ = AtspiToolkit::other;
+  std::unordered_map<std::uint64_t, AtspiNodeRecord> records_;
+  std::function<void(std::uint64_t)> onRead_;  // while a tree is read: what to do with a new record
+};
+
+}  // namespace quillo

@@ -1,0 +1,314 @@
+#include "QuilloLinux/Accessibility/AtspiSession.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "QuilloCore/Support/Utf16.h"
+#include "QuilloLinux/Accessibility/AtspiTableRows.h"
+
+namespace quillo {
+namespace {
+
+/// More elements than any capture keeps are not read ahead.
+constexpr std::size_t readAheadCount = 10'000;
+
+/// Marks the tokens of made-up rows.
+constexpr std::uint64_t rowBit = std::uint64_t{1} << 63U;
+
+bool isMadeRow(AccessibilityElement element) { return (element.token & rowBit) != 0; }
+
+std::vector<AccessibilityValue> elementPage(std::span<const AccessibilityElement> members, std::int64_t index,
+                                            std::int64_t maximumCount) {
+  const auto size = static_cast<std::int64_t>(members.size());
+  const std::int64_t begin = std::clamp<std::int64_t>(index, 0, size);
+  const std::int64_t end = std::clamp<std::int64_t>(begin + std::max<std::int64_t>(maximumCount, 0), begin, size);
+  std::vector<AccessibilityValue> page;
+  page.reserve(static_cast<std::size_t>(end - begin));
+  for (std::int64_t i = begin; i < end; ++i) page.emplace_back(members[static_cast<std::size_t>(i)]);
+  return page;
+}
+
+std::optional<ArtifactRect> unionOf(const std::optional<ArtifactRect>& a, const ArtifactRect& b) {
+  if (!a) return b;
+  const double x = std::min(a->minX(), b.minX());
+  const double y = std::min(a->minY(), b.minY());
+  return ArtifactRect{
+      .x = x, .y = y, .width = std::max(a->maxX(), b.maxX()) - x, .height = std::max(a->maxY(), b.maxY()) - y};
+}
+
+std::optional<ArtifactRect> frameOf(const AtspiMappedElement& mapped) {
+  const auto* position = mapped.attribute("AXPosition");
+  const auto* size = mapped.attribute("AXSize");
+  if (position == nullptr || size == nullptr) return std::nullopt;
+  const auto& point = std::get<ArtifactPoint>(*position);
+  const auto& extent = std::get<ArtifactSize>(*size);
+  return ArtifactRect{.x = point.x, .y = point.y, .width = extent.width, .height = extent.height};
+}
+
+}  // namespace
+
+AtspiSession::AtspiSession(std::unique_ptr<AtspiBus> bus, const WindowCaptureTarget& target,
+                           std::shared_ptr<const AccessibilityCaptureControl> control)
+    : bus_(std::move(bus)), target_(target), control_(std::move(control)) {
+  if (bus_) reader_.emplace(*bus_, objects_, *control_);
+}
+
+AccessibilityResult<AccessibilityElement> AtspiSession::applicationElement(std::int32_t processIdentifier) {
+  if (!bus_) return std::unexpected(AccessibilityErrorCode::apiDisabled);
+  if (!application_) application_ = AtspiApplication::find(*bus_, objects_, *reader_, *control_, processIdentifier);
+  if (!application_) return std::unexpected(AccessibilityErrorCode::invalidUIElement);
+  return AccessibilityElement{application_->token()};
+}
+
+AccessibilityResult<std::int32_t> AtspiSession::processIdentifier(AccessibilityElement /*element*/) {
+  // The application was found by its process, and a session reads no other.
+  return target_.processIdentifier;
+}
+
+void AtspiSession::setMessagingTimeout(AccessibilityElement /*element*/, double seconds) {
+  if (bus_) bus_->setTimeout(seconds);
+}
+
+bool AtspiSession::isApplication(AccessibilityElement element) const {
+  return application_ && element.token == application_->token();
+}
+
+ArtifactPoint AtspiSession::originFor(const AtspiNodeRecord& record) const {
+  if (reader_->toolkit() != AtspiToolkit::gtk4) return {};
+  // The toolkit counts from its window's visible edge, which lies inside the frame when the window draws its own shadow.
+  ArtifactRect visible = target_.windowFrame;
+  for (const ArtifactRect& frame : target_.equivalentFrames) {
+    if (frame.width < visible.width && frame.height < visible.height) visible = frame;
+  }
+  if (isTopLevelWindow(record.role) && record.extents) {
+    return {.x = visible.x - record.extents->x, .y = visible.y - record.extents->y};
+  }
+  return {.x = visible.x, .y = visible.y};
+}
+
+AccessibilityResult<AtspiSession::View*> AtspiSession::view(AccessibilityElement element) {
+  if (const auto known = views_.find(element.token); known != views_.end()) return &known->second;
+  if (!reader_) return std::unexpected(AccessibilityErrorCode::apiDisabled);
+  if (isMadeRow(element)) return viewOfRow(element);
+  if (element.token >= objects_.size()) return std::unexpected(AccessibilityErrorCode::illegalArgument);
+  const AtspiNodeRecord& record = reader_->record(element.token);
+  if (record.error != AccessibilityErrorCode::success) return std::unexpected(record.error);
+  View view{mapElement(record, reader_->toolkit(), originFor(record)), std::nullopt};
+  return &views_.emplace(element.token, std::move(view)).first->second;
+}
+
+AccessibilityResult<AtspiSession::View*> AtspiSession::viewOfRow(AccessibilityElement element) {
+  const std::size_t index = element.token & ~rowBit;
+  if (index >= madeRows_.size()) return std::unexpected(AccessibilityErrorCode::illegalArgument);
+  View row;
+  row.children.emplace();
+  std::optional<ArtifactRect> frame;
+  bool isVisible = false;
+  for (const std::uint64_t cell : madeRows_[index].cells) {
+    row.children->push_back({cell});
+    const auto cellView = view({cell});
+    if (!cellView) continue;
+    const AtspiMappedElement& mapped = (*cellView)->mapped;
+    if (const auto cellFrame = frameOf(mapped)) frame = unionOf(frame, *cellFrame);
+    const auto* visible = mapped.attribute("AXVisible");
+    isVisible = isVisible || (visible != nullptr && std::get<bool>(*visible));
+  }
+  row.mapped.attributes.emplace_back("AXRole", std::string("AXRow"));
+  row.mapped.attributes.emplace_back("AXVisible", isVisible);
+  if (frame) {
+    row.mapped.attributes.emplace_back("AXPosition", ArtifactPoint{.x = frame->x, .y = frame->y});
+    row.mapped.attributes.emplace_back("AXSize", ArtifactSize{.width = frame->width, .height = frame->height});
+  }
+  return &views_.emplace(element.token, std::move(row)).first->second;
+}
+
+std::vector<AccessibilityElement> AtspiSession::rowsOf(std::span<const std::uint64_t> cells) {
+  std::vector<AtspiLooseCell> loose;
+  loose.reserve(cells.size());
+  for (const std::uint64_t cell : cells) {
+    const AtspiNodeRecord& record = reader_->record(cell);
+    loose.push_back({cell, record.tableRow, record.extents, isColumnHeader(record.role)});
+  }
+  std::vector<AccessibilityElement> rows;
+  for (auto& members : makeRows(loose)) {
+    rows.push_back({rowBit | madeRows_.size()});
+    madeRows_.push_back({std::move(members)});
+  }
+  return rows;
+}
+
+std::vector<AccessibilityElement> AtspiSession::readChildren(const AtspiNodeRecord& record) {
+  // Copied, because reading more may move the records.
+  std::vector<std::uint64_t> tokens = record.children;
+  const bool isTableRecord = isTable(record.role);
+  const std::size_t readCount = std::min(tokens.size(), readAheadCount);
+  reader_->read(std::span(tokens).first(readCount));
+
+  std::vector<AccessibilityElement> members;
+  members.reserve(tokens.size());
+  std::vector<std::uint64_t> cells;
+  const auto flushCells = [&] {
+    const auto rows = rowsOf(cells);
+    members.insert(members.end(), rows.begin(), rows.end());
+    cells.clear();
+  };
+  for (std::size_t i = 0; i < tokens.size(); ++i) {
+    const AtspiNodeRecord* child = i < readCount ? reader_->knownRecord(tokens[i]) : nullptr;
+    if (child != nullptr && child->error == AccessibilityErrorCode::success) {
+      if (!child->is(AtspiState::visible) && reader_->toolkit() != AtspiToolkit::gtk4) {
+        ++unreadHiddenCount_;
+        continue;
+      }
+      if (isTableRecord && isTableCell(child->role)) {
+        cells.push_back(tokens[i]);
+        continue;
+      }
+    }
+    flushCells();
+    members.push_back({tokens[i]});
+  }
+  flushCells();
+  return members;
+}
+
+AccessibilityResult<const std::vector<AccessibilityElement>*> AtspiSession::children(AccessibilityElement element) {
+  const auto found = view(element);
+  if (!found) return std::unexpected(found.error());
+  if (!(*found)->children) {
+    const AtspiNodeRecord& record = reader_->record(element.token);
+    if (record.childrenError != AccessibilityErrorCode::success) return std::unexpected(record.childrenError);
+    // Under a password field stand the pieces of its text.
+    auto members = record.role == AtspiRole::passwordText ? std::vector<AccessibilityElement>{} : readChildren(record);
+    (*view(element))->children = std::move(members);
+  }
+  return &*(*view(element))->children;
+}
+
+AccessibilityResult<AccessibilityValue> AtspiSession::applicationValue(std::string_view name) {
+  const auto elementOrNothing = [](std::optional<std::uint64_t> token) -> AccessibilityResult<AccessibilityValue> {
+    if (!token) return std::unexpected(AccessibilityErrorCode::noValue);
+    return AccessibilityElement{*token};
+  };
+  if (name == "AXFocusedWindow") return elementOrNothing(application_->focusedWindow());
+  if (name == "AXFocusedUIElement") return elementOrNothing(application_->focusedElement(readAheadCount));
+  if (name == "AXMainWindow") {
+    const auto& windows = application_->windows();
+    return elementOrNothing(windows.empty() ? std::nullopt : std::optional(windows.front()));
+  }
+  std::vector<AccessibilityElement> windows;
+  for (const std::uint64_t window : application_->windows()) windows.push_back({window});
+  return windows;
+}
+
+AccessibilityResult<std::vector<std::string>> AtspiSession::attributeNames(AccessibilityElement element) {
+  const auto found = view(element);
+  if (!found) return std::unexpected(found.error());
+  std::vector<std::string> names;
+  names.reserve((*found)->mapped.attributes.size() + 1);
+  for (const auto& [name, value] : (*found)->mapped.attributes) names.push_back(name);
+  names.emplace_back("AXChildren");
+  return names;
+}
+
+AccessibilityResult<AccessibilityValue> AtspiSession::attributeValue(AccessibilityElement element,
+                                                                     std::string_view name) {
+  if (isApplication(element) && (name == "AXFocusedWindow" || name == "AXMainWindow" || name == "AXWindows" ||
+                                 name == "AXFocusedUIElement")) {
+    return applicationValue(name);
+  }
+  if (name == "AXChildren") {
+    const auto members = children(element);
+    if (!members) return std::unexpected(members.error());
+    return **members;
+  }
+  const auto found = view(element);
+  if (!found) return std::unexpected(found.error());
+  const AccessibilityValue* value = (*found)->mapped.attribute(name);
+  if (value == nullptr) return std::unexpected(AccessibilityErrorCode::attributeUnsupported);
+  return *value;
+}
+
+AccessibilityResult<std::vector<AccessibilityResult<AccessibilityValue>>> AtspiSession::multipleAttributeValues(
+    AccessibilityElement element, std::span<const std::string_view> names) {
+  std::vector<AccessibilityResult<AccessibilityValue>> values;
+  values.reserve(names.size());
+  for (const std::string_view name : names) values.push_back(attributeValue(element, name));
+  return values;
+}
+
+AccessibilityResult<std::int64_t> AtspiSession::attributeValueCount(AccessibilityElement element,
+                                                                    std::string_view name) {
+  if (isApplication(element) && name == "AXWindows") return std::ssize(application_->windows());
+  if (name != "AXChildren") return std::unexpected(AccessibilityErrorCode::attributeUnsupported);
+  const auto members = children(element);
+  if (!members) return std::unexpected(members.error());
+  return std::ssize(**members);
+}
+
+AccessibilityResult<std::vector<AccessibilityValue>> AtspiSession::attributeValues(AccessibilityElement element,
+                                                                                   std::string_view name,
+                                                                                   std::int64_t index,
+                                                                                   std::int64_t maximumCount) {
+  if (isApplication(element) && name == "AXWindows") {
+    const auto windows = std::get<std::vector<AccessibilityElement>>(*applicationValue(name));
+    return elementPage(windows, index, maximumCount);
+  }
+  if (name != "AXChildren") return std::unexpected(AccessibilityErrorCode::attributeUnsupported);
+  const auto members = children(element);
+  if (!members) return std::unexpected(members.error());
+  return elementPage(**members, index, maximumCount);
+}
+
+AccessibilityResult<std::vector<std::string>> AtspiSession::parameterizedAttributeNames(AccessibilityElement element) {
+  const auto found = view(element);
+  if (!found) return std::unexpected(found.error());
+  return (*found)->mapped.fullText ? std::vector<std::string>{"AXStringForRange"} : std::vector<std::string>{};
+}
+
+AccessibilityResult<AccessibilityValue> AtspiSession::parameterizedAttributeValue(AccessibilityElement element,
+                                                                                  std::string_view name,
+                                                                                  const AccessibilityValue& parameter) {
+  const auto found = view(element);
+  if (!found) return std::unexpected(found.error());
+  const auto& text = (*found)->mapped.fullText;
+  if (!text || name != "AXStringForRange") {
+    return std::unexpected(AccessibilityErrorCode::parameterizedAttributeUnsupported);
+  }
+  const auto* range = std::get_if<ArtifactTextRange>(&parameter);
+  if (range == nullptr || range->location < 0 || range->length < 0) {
+    return std::unexpected(AccessibilityErrorCode::illegalArgument);
+  }
+  const Utf16Index index(*text);
+  return std::string(index.substring(range->location, range->location + range->length));
+}
+
+AccessibilityResult<std::vector<std::string>> AtspiSession::actionNames(AccessibilityElement element) {
+  const auto found = view(element);
+  if (!found) return std::unexpected(found.error());
+  return (*found)->mapped.actions;
+}
+
+void AtspiSession::willRead(std::span<const AccessibilityElement> upcoming) {
+  if (!reader_ || upcoming.empty()) return;
+  if (!hasReadWindow_) {
+    hasReadWindow_ = true;
+    reader_->readTree(upcoming.front().token, readAheadCount);
+  }
+  std::vector<std::uint64_t> tokens;
+  for (const AccessibilityElement element : upcoming) {
+    if (!isMadeRow(element)) tokens.push_back(element.token);
+  }
+  reader_->read(tokens);
+}
+
+std::vector<std::string> AtspiSession::captureWarnings() {
+  if (unreadHiddenCount_ == 0) return {};
+  return {unreadHiddenCount_ == 1
+              ? "1 element that the application keeps hidden was left out with everything inside it."
+              : fmt::format("{} elements that the application keeps hidden were left out with everything inside them.",
+                            unreadHiddenCount_)};
+}
+
+}  // namespace quillo

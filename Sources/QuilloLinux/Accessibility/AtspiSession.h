@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "QuilloCore/Capture/AccessibilityInterface.h"
+#include "QuilloLinux/Accessibility/AtspiApplication.h"
+#include "QuilloLinux/Accessibility/AtspiAttributeMapping.h"
+#include "QuilloLinux/Accessibility/AtspiBus.h"
+#include "QuilloLinux/Accessibility/AtspiNodeReader.h"
+#include "QuilloLinux/Accessibility/AtspiObject.h"
+
+namespace quillo {
+
+/// A reading over the accessibility bus. The first hint makes it read the whole window in bulk; the serial walk is then
+/// answered from the records, and what is still unknown is read when it is asked for.
+class AtspiSession final : public AccessibilitySession {
+ public:
+  /// `bus` may be null: then every call answers that accessibility is off.
+  AtspiSession(std::unique_ptr<AtspiBus> bus, const WindowCaptureTarget& target,
+               std::shared_ptr<const AccessibilityCaptureControl> control);
+
+  AccessibilityResult<AccessibilityElement> applicationElement(std::int32_t processIdentifier) override;
+  AccessibilityResult<std::int32_t> processIdentifier(AccessibilityElement element) override;
+  void setMessagingTimeout(AccessibilityElement element, double seconds) override;
+  AccessibilityResult<std::vector<std::string>> attributeNames(AccessibilityElement element) override;
+  AccessibilityResult<std::vector<AccessibilityResult<AccessibilityValue>>> multipleAttributeValues(
+      AccessibilityElement element, std::span<const std::string_view> names) override;
+  AccessibilityResult<AccessibilityValue> attributeValue(AccessibilityElement element, std::string_view name) override;
+  AccessibilityResult<std::int64_t> attributeValueCount(AccessibilityElement element, std::string_view name) override;
+  AccessibilityResult<std::vector<AccessibilityValue>> attributeValues(AccessibilityElement element,
+                                                                       std::string_view name, std::int64_t index,
+                                                                       std::int64_t maximumCount) override;
+  AccessibilityResult<std::vector<std::string>> parameterizedAttributeNames(AccessibilityElement element) override;
+  AccessibilityResult<AccessibilityValue> parameterizedAttributeValue(AccessibilityElement element,
+                                                                      std::string_view name,
+                                                                      const AccessibilityValue& parameter) override;
+  AccessibilityResult<std::vector<std::string>> actionNames(AccessibilityElement element) override;
+  void willRead(std::span<const AccessibilityElement> upcoming) override;
+  std::vector<std::string> captureWarnings() override;
+
+  AtspiStatistics statistics() const { return bus_ ? bus_->statistics() : AtspiStatistics{}; }
+
+ private:
+  /// A row that the toolkit does not give; its cells' frames make its own.
+  struct MadeRow {
+    std::vector<std::uint64_t> cells;
+  };
+  /// One element as the walk sees it, made when it is first asked for.
+  struct View {
+    AtspiMappedElement mapped;
+    std::optional<std::vector<AccessibilityElement>> children;
+  };
+
+  AccessibilityResult<View*> view(AccessibilityElement element);
+  AccessibilityResult<View*> viewOfRow(AccessibilityElement element);
+  AccessibilityResult<const std::vector<AccessibilityElement>*> children(AccessibilityElement element);
+  std::vector<AccessibilityElement> readChildren(const AtspiNodeRecord& record);
+  std::vector<AccessibilityElement> rowsOf(std::span<const std::uint64_t> cells);
+  AccessibilityResult<AccessibilityValue> applicationValue(std::string_view name);
+  bool isApplication(AccessibilityElement element) const;
+  ArtifactPoint originFor(const AtspiNodeRecord& record) const;
+
+  std::unique_ptr<AtspiBus> bus_;
+  WindowCaptureTarget target_;
+  std::shared_ptr<const AccessibilityCaptureControl> control_;
+  AtspiObjectTable objects_;
+  std::optional<AtspiNodeReader> reader_;
+  std::optional<AtspiApplication> application_;
+  std::unordered_map<std::uint64_t, View> views_;
+  std::vector<MadeRow> madeRows_;
+  std::int64_t unreadHiddenCount_ = 0;
+  bool hasReadWindow_ = false;
+};
+
+}  // namespace quillo
