@@ -23,7 +23,9 @@ AtspiToolkit toolkitOf(const std::string& name, const std::string& version) {
   return AtspiToolkit::other;
 }
 
-bool isTextRole(AtspiRole role) { return mayHoldText(role) || role == AtspiRole::passwordText; }
+bool isTextRole(AtspiRole role) {
+  return mayHoldText(role) || role == AtspiRole::passwordText;
+}
 
 }  // namespace
 
@@ -32,19 +34,21 @@ std::optional<AtspiApplication> AtspiApplication::find(AtspiBus& bus, AtspiObjec
                                                        const AccessibilityCaptureControl& control,
                                                        std::int32_t processIdentifier) {
   std::vector<AtspiObject> applications;
-  bus.call({registryRoot, accessible, "GetChildren", {}, [&](const AtspiReply& reply) {
-              applications = reply.objects().value_or(std::vector<AtspiObject>{});
-            }},
+  bus.call({registryRoot,
+            accessible,
+            "GetChildren",
+            {},
+            [&](const AtspiReply& reply) { applications = reply.objects().value_or(std::vector<AtspiObject>{}); }},
            control);
   const AtspiObject daemon{"org.freedesktop.DBus", "/org/freedesktop/DBus"};
   std::vector<std::uint64_t> roots;
   for (const AtspiObject& candidate : applications) {
-    bus.queue({daemon, "org.freedesktop.DBus", "GetConnectionUnixProcessID", candidate.busName,
-               [&](const AtspiReply& reply) {
-                 if (reply.uint32() == static_cast<std::uint32_t>(processIdentifier)) {
-                   roots.push_back(objects.tokenOf(candidate));
-                 }
-               }});
+    bus.queue(
+        {daemon, "org.freedesktop.DBus", "GetConnectionUnixProcessID", candidate.busName, [&](const AtspiReply& reply) {
+           if (reply.uint32() == static_cast<std::uint32_t>(processIdentifier)) {
+             roots.push_back(objects.tokenOf(candidate));
+           }
+         }});
   }
   if (!bus.drain(control) || roots.empty()) return std::nullopt;
   AtspiApplication found(bus, objects, reader, control, std::move(roots));

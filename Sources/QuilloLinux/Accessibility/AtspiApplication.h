@@ -29,7 +29,8 @@ class AtspiApplication {
 
   std::optional<std::uint64_t> focusedWindow() const;
 
-  /// The element that has the focus inside the focused window. Reads the whole window where the toolkit cannot be asked.
+  /// The element that has the focus inside the focused window. Reads the whole window where the toolkit cannot be
+  /// asked.
   std::optional<std::uint64_t> focusedElement(std::size_t maximumCount);
 
  private:

@@ -153,8 +153,8 @@ class ElementMapper {
   /// says remains; the capture then sees that something is missing.
   static std::int64_t numberOfCharacters(const AtspiNodeText& text) {
     const auto announced = text.characterCount;
-    const auto received = static_cast<std::int64_t>(
-        text.text.unit == AtspiTextUnit::utf16 ? text.text.utf16Length : codePointCount(text.text));
+    const auto received = static_cast<std::int64_t>(text.text.unit == AtspiTextUnit::utf16 ? text.text.utf16Length
+                                                                                           : codePointCount(text.text));
     return text.text.utf16Length + std::max<std::int64_t>(announced - received, 0);
   }
 
@@ -290,8 +290,9 @@ AtspiMappedElement mapElement(const AtspiNodeRecord& record, AtspiToolkit toolki
 }
 
 std::vector<std::string> mapActions(const std::vector<std::string>& names) {
-  static constexpr std::array<std::string_view, 11> presses = {"click",  "press",  "jump",  "activate", "open",   "toggle",
-                                                               "check", "uncheck", "select", "dodefault", "expand or contract"};
+  static constexpr std::array<std::string_view, 11> presses = {
+      "click",   "press",  "jump",      "activate",          "open", "toggle", "check",
+      "uncheck", "select", "dodefault", "expand or contract"};
   std::vector<std::string> actions;
   for (const std::string& name : names) {
     std::string action = lowercased(bringingToOneLine(name));

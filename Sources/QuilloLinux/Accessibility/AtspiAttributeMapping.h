@@ -13,7 +13,8 @@ namespace quillo {
 
 /// An accessible object in the terms of the capture.
 struct AtspiMappedElement {
-  std::vector<std::pair<std::string, AccessibilityValue>> attributes;  ///< what the element advertises, but its children
+  std::vector<std::pair<std::string, AccessibilityValue>>
+      attributes;                       ///< what the element advertises, but its children
   std::optional<std::string> fullText;  ///< what AXStringForRange reads from; only with AXNumberOfCharacters
   std::vector<std::string> actions;
 

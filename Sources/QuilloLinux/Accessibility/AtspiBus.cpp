@@ -51,8 +51,8 @@ AtspiBus::~AtspiBus() {
 std::unique_ptr<AtspiBus> AtspiBus::connect(const std::string& address) {
   sd_bus* bus = nullptr;
   if (sd_bus_new(&bus) < 0) return nullptr;
-  const bool isConnected = sd_bus_set_address(bus, address.c_str()) >= 0 && sd_bus_set_bus_client(bus, 1) >= 0 &&
-                           sd_bus_start(bus) >= 0;
+  const bool isConnected =
+      sd_bus_set_address(bus, address.c_str()) >= 0 && sd_bus_set_bus_client(bus, 1) >= 0 && sd_bus_start(bus) >= 0;
   if (!isConnected) {
     sd_bus_unref(bus);
     return nullptr;
@@ -69,7 +69,9 @@ void AtspiBus::setTimeout(double seconds) {
   timeoutMicroseconds_ = static_cast<std::uint64_t>(std::clamp(seconds, 0.001, 3600.0) * 1e6);
 }
 
-void AtspiBus::queue(AtspiCall call) { queued_.push_back(std::move(call)); }
+void AtspiBus::queue(AtspiCall call) {
+  queued_.push_back(std::move(call));
+}
 
 void AtspiBus::send(AtspiCall call) {
   if (idleFlights_.empty()) {

@@ -27,7 +27,8 @@ AccessibilityErrorCode accessibilityErrorOf(std::string_view dbusErrorName) {
   });
   if (!dbusErrorName.starts_with(prefix)) return failure;
   dbusErrorName.remove_prefix(prefix.size());
-  const auto found = std::ranges::find(table, dbusErrorName, &std::pair<std::string_view, AccessibilityErrorCode>::first);
+  const auto found =
+      std::ranges::find(table, dbusErrorName, &std::pair<std::string_view, AccessibilityErrorCode>::first);
   return found == table.end() ? failure : found->second;
 }
 

@@ -34,8 +34,8 @@ bool isEntry(AtspiRole role) {
 
 AtspiNames accessibleNames(const AtspiNodeRecord& record, AtspiToolkit toolkit) {
   AtspiNames names{.title = record.name, .description = record.description, .help = {}, .placeholder = {}};
-  const bool repeatsOwnText =
-      isEntry(record.role) && record.text && collapsingWhiteSpace(record.name) == collapsingWhiteSpace(record.text->text.text);
+  const bool repeatsOwnText = isEntry(record.role) && record.text &&
+                              collapsingWhiteSpace(record.name) == collapsingWhiteSpace(record.text->text.text);
   if (isClassName(record, toolkit) || repeatsOwnText) names.title.clear();
 
   for (const std::string_view key : {"placeholder-text", "placeholder"}) {

@@ -73,9 +73,8 @@ void AtspiNodeReader::readBase(const std::shared_ptr<Reading>& reading) {
       record.error = reply.isError() ? reply.error() : AccessibilityErrorCode::failure;
     }
   });
-  ask(reading, accessible, "GetState", {}, [&record](const AtspiReply& reply) {
-    record.states = reply.states().value_or(0);
-  });
+  ask(reading, accessible, "GetState", {},
+      [&record](const AtspiReply& reply) { record.states = reply.states().value_or(0); });
   ask(reading, accessible, "GetInterfaces", {}, [&record](const AtspiReply& reply) {
     record.interfaces = shortInterfaceNames(reply.texts().value_or(std::vector<std::string>{}));
   });
@@ -93,12 +92,10 @@ void AtspiNodeReader::readBase(const std::shared_ptr<Reading>& reading) {
     }
   });
   get(reading, accessible, "Name", [&record](const AtspiReply& reply) { record.name = reply.text().value_or(""); });
-  get(reading, accessible, "Description", [&record](const AtspiReply& reply) {
-    record.description = reply.text().value_or("");
-  });
-  ask(reading, component, "GetExtents", screenCoordinates, [&record](const AtspiReply& reply) {
-    record.extents = reply.extents();
-  });
+  get(reading, accessible, "Description",
+      [&record](const AtspiReply& reply) { record.description = reply.text().value_or(""); });
+  ask(reading, component, "GetExtents", screenCoordinates,
+      [&record](const AtspiReply& reply) { record.extents = reply.extents(); });
 }
 
 void AtspiNodeReader::readByRole(const std::shared_ptr<Reading>& reading) {
@@ -123,14 +120,12 @@ void AtspiNodeReader::readByRole(const std::shared_ptr<Reading>& reading) {
     });
   }
   if (!isPassword && hasRangeValue(role) && record.hasInterface("Value")) {
-    get(reading, "org.a11y.atspi.Value", "CurrentValue", [&record](const AtspiReply& reply) {
-      record.value = reply.number();
-    });
+    get(reading, "org.a11y.atspi.Value", "CurrentValue",
+        [&record](const AtspiReply& reply) { record.value = reply.number(); });
   }
   if (role == AtspiRole::link && record.hasInterface("Hyperlink")) {
-    ask(reading, "org.a11y.atspi.Hyperlink", "GetURI", std::int32_t{0}, [&record](const AtspiReply& reply) {
-      record.uri = reply.text();
-    });
+    ask(reading, "org.a11y.atspi.Hyperlink", "GetURI", std::int32_t{0},
+        [&record](const AtspiReply& reply) { record.uri = reply.text(); });
   }
   if (isDocument(role) && record.hasInterface("Document")) {
     ask(reading, "org.a11y.atspi.Document", "GetAttributes", {}, [&record](const AtspiReply& reply) {
@@ -199,7 +194,11 @@ const AtspiNodeRecord* AtspiNodeReader::knownRecord(std::uint64_t token) const {
 const AtspiNodeRecord& AtspiNodeReader::record(std::uint64_t token) {
   read(std::span(&token, 1));
   if (const AtspiNodeRecord* known = knownRecord(token)) return *known;
-  static const AtspiNodeRecord stopped{.error = AccessibilityErrorCode::cannotComplete};
+  static const AtspiNodeRecord stopped = [] {
+    AtspiNodeRecord record;
+    record.error = AccessibilityErrorCode::cannotComplete;
+    return record;
+  }();
   return stopped;
 }
 

@@ -15,8 +15,8 @@
 
 namespace quillo {
 
-/// Reads accessible objects into records, many at once: the base calls of an object are in flight together, what its role
-/// makes worth asking follows as soon as the role is known, and other objects' calls fill the gaps.
+/// Reads accessible objects into records, many at once: the base calls of an object are in flight together, what its
+/// role makes worth asking follows as soon as the role is known, and other objects' calls fill the gaps.
 ///
 /// Of a password field no text is ever asked.
 class AtspiNodeReader {
@@ -54,8 +54,8 @@ class AtspiNodeReader {
   void readText(const std::shared_ptr<Reading>& reading);
   void readLabel(const std::shared_ptr<Reading>& reading);
   void finish(const std::shared_ptr<Reading>& reading);
-  void ask(const std::shared_ptr<Reading>& reading, const char* interface, const char* member,
-           AtspiArguments arguments, std::function<void(const AtspiReply&)> onReply);
+  void ask(const std::shared_ptr<Reading>& reading, const char* interface, const char* member, AtspiArguments arguments,
+           std::function<void(const AtspiReply&)> onReply);
   void get(const std::shared_ptr<Reading>& reading, const char* interface, const char* property,
            std::function<void(const AtspiReply&)> onReply);
 

@@ -8,7 +8,9 @@
 namespace quillo {
 namespace {
 
-std::string checkedText(const char* text) { return text == nullptr ? std::string() : replacingInvalidUtf8(text); }
+std::string checkedText(const char* text) {
+  return text == nullptr ? std::string() : replacingInvalidUtf8(text);
+}
 
 std::optional<AtspiObject> readObject(sd_bus_message* message) {
   const char* busName = nullptr;
@@ -47,9 +49,15 @@ std::optional<std::string> AtspiReply::text() const {
   return text ? std::optional(checkedText(*text)) : std::nullopt;
 }
 
-std::optional<std::int32_t> AtspiReply::int32() const { return basic<std::int32_t>(SD_BUS_TYPE_INT32); }
-std::optional<std::uint32_t> AtspiReply::uint32() const { return basic<std::uint32_t>(SD_BUS_TYPE_UINT32); }
-std::optional<double> AtspiReply::number() const { return basic<double>(SD_BUS_TYPE_DOUBLE); }
+std::optional<std::int32_t> AtspiReply::int32() const {
+  return basic<std::int32_t>(SD_BUS_TYPE_INT32);
+}
+std::optional<std::uint32_t> AtspiReply::uint32() const {
+  return basic<std::uint32_t>(SD_BUS_TYPE_UINT32);
+}
+std::optional<double> AtspiReply::number() const {
+  return basic<double>(SD_BUS_TYPE_DOUBLE);
+}
 
 std::optional<bool> AtspiReply::boolean() const {
   const auto value = basic<int>(SD_BUS_TYPE_BOOLEAN);

@@ -14,9 +14,9 @@ struct sd_bus_message;
 
 namespace quillo {
 
-/// The answer to one call: an error, or values that are read in their order. Every reading gives nothing when the answer
-/// is an error or does not hold that type there; texts are made well-formed UTF-8. A property's answer is a variant,
-/// which every reading looks into.
+/// The answer to one call: an error, or values that are read in their order. Every reading gives nothing when the
+/// answer is an error or does not hold that type there; texts are made well-formed UTF-8. A property's answer is a
+/// variant, which every reading looks into.
 class AtspiReply {
  public:
   explicit AtspiReply(sd_bus_message* message);

@@ -120,9 +120,13 @@ bool isTopLevelWindow(AtspiRole role) {
   return role == frame || role == window || role == dialog || role == alert || role == fileChooser;
 }
 
-bool isTable(AtspiRole role) { return role == table || role == treeTable; }
+bool isTable(AtspiRole role) {
+  return role == table || role == treeTable;
+}
 
-bool isColumnHeader(AtspiRole role) { return role == columnHeader || role == tableColumnHeader; }
+bool isColumnHeader(AtspiRole role) {
+  return role == columnHeader || role == tableColumnHeader;
+}
 
 bool isTableCell(AtspiRole role) {
   return role == tableCell || role == rowHeader || role == tableRowHeader || isColumnHeader(role);
@@ -157,8 +161,8 @@ bool isInteractive(AtspiRole role) {
 }
 
 bool isDocument(AtspiRole role) {
-  return role == documentFrame || role == documentSpreadsheet || role == documentPresentation ||
-         role == documentText || role == documentWeb || role == documentEmail;
+  return role == documentFrame || role == documentSpreadsheet || role == documentPresentation || role == documentText ||
+         role == documentWeb || role == documentEmail;
 }
 
 bool mayHoldText(AtspiRole role) {

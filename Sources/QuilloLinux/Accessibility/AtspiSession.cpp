@@ -17,7 +17,9 @@ constexpr std::size_t readAheadCount = 10'000;
 /// Marks the tokens of made-up rows.
 constexpr std::uint64_t rowBit = std::uint64_t{1} << 63U;
 
-bool isMadeRow(AccessibilityElement element) { return (element.token & rowBit) != 0; }
+bool isMadeRow(AccessibilityElement element) {
+  return (element.token & rowBit) != 0;
+}
 
 std::vector<AccessibilityValue> elementPage(std::span<const AccessibilityElement> members, std::int64_t index,
                                             std::int64_t maximumCount) {
@@ -57,7 +59,11 @@ AtspiSession::AtspiSession(std::unique_ptr<AtspiBus> bus, const WindowCaptureTar
 
 AccessibilityResult<AccessibilityElement> AtspiSession::applicationElement(std::int32_t processIdentifier) {
   if (!bus_) return std::unexpected(AccessibilityErrorCode::apiDisabled);
-  if (!application_) application_ = AtspiApplication::find(*bus_, objects_, *reader_, *control_, processIdentifier);
+  if (!application_) {
+    if (auto found = AtspiApplication::find(*bus_, objects_, *reader_, *control_, processIdentifier)) {
+      application_.emplace(std::move(*found));
+    }
+  }
   if (!application_) return std::unexpected(AccessibilityErrorCode::invalidUIElement);
   return AccessibilityElement{application_->token()};
 }
@@ -77,7 +83,8 @@ bool AtspiSession::isApplication(AccessibilityElement element) const {
 
 ArtifactPoint AtspiSession::originFor(const AtspiNodeRecord& record) const {
   if (reader_->toolkit() != AtspiToolkit::gtk4) return {};
-  // The toolkit counts from its window's visible edge, which lies inside the frame when the window draws its own shadow.
+  // The toolkit counts from its window's visible edge, which lies inside the frame when the window draws its own
+  // shadow.
   ArtifactRect visible = target_.windowFrame;
   for (const ArtifactRect& frame : target_.equivalentFrames) {
     if (frame.width < visible.width && frame.height < visible.height) visible = frame;
@@ -214,8 +221,8 @@ AccessibilityResult<std::vector<std::string>> AtspiSession::attributeNames(Acces
 
 AccessibilityResult<AccessibilityValue> AtspiSession::attributeValue(AccessibilityElement element,
                                                                      std::string_view name) {
-  if (isApplication(element) && (name == "AXFocusedWindow" || name == "AXMainWindow" || name == "AXWindows" ||
-                                 name == "AXFocusedUIElement")) {
+  if (isApplication(element) &&
+      (name == "AXFocusedWindow" || name == "AXMainWindow" || name == "AXWindows" || name == "AXFocusedUIElement")) {
     return applicationValue(name);
   }
   if (name == "AXChildren") {

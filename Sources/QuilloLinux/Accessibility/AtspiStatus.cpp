@@ -53,8 +53,7 @@ AtspiStatus readAtspiStatus() {
   if (!bus) return {};
   std::string address = readAddress(bus.get());
   if (address.empty()) return {AtspiAvailability::noAccessibilityBus, {}};
-  const auto availability =
-      readIsEnabled(bus.get()) ? AtspiAvailability::available : AtspiAvailability::switchedOff;
+  const auto availability = readIsEnabled(bus.get()) ? AtspiAvailability::available : AtspiAvailability::switchedOff;
   return {availability, std::move(address)};
 }
 
@@ -76,10 +75,12 @@ std::string describe(AtspiAvailability availability) {
 std::string remedy(AtspiAvailability availability) {
   switch (availability) {
     case AtspiAvailability::available: return {};
-    case AtspiAvailability::noSessionBus: return "Run quillo inside the desktop session (DBUS_SESSION_BUS_ADDRESS must be set).";
+    case AtspiAvailability::noSessionBus:
+      return "Run quillo inside the desktop session (DBUS_SESSION_BUS_ADDRESS must be set).";
     case AtspiAvailability::noAccessibilityBus: return "Install the package at-spi2-core and log in again.";
     case AtspiAvailability::switchedOff:
-      return "Switch it on with: busctl --user set-property org.a11y.Bus /org/a11y/bus org.a11y.Status IsEnabled b true; "
+      return "Switch it on with: busctl --user set-property org.a11y.Bus /org/a11y/bus org.a11y.Status IsEnabled b "
+             "true; "
              "then restart the applications that are already open.";
   }
   return {};

@@ -23,8 +23,8 @@ struct AtspiStatus {
 /// Asks the session; takes a few milliseconds, at most two seconds.
 AtspiStatus readAtspiStatus();
 
-/// Switches accessibility on for the session; false when the session does not let us. Applications of some toolkits take
-/// notice only when they start anew.
+/// Switches accessibility on for the session; false when the session does not let us. Applications of some toolkits
+/// take notice only when they start anew.
 bool enableAtspi();
 
 /// What is missing, in a sentence, and what to do about it; both empty when all is there.

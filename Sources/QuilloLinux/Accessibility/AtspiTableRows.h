@@ -12,7 +12,7 @@ namespace quillo {
 /// A cell that stands directly in its table, because the toolkit gives no rows.
 struct AtspiLooseCell {
   std::uint64_t token = 0;
-  std::optional<std::int32_t> row;    ///< as the application says
+  std::optional<std::int32_t> row;  ///< as the application says
   std::optional<ArtifactRect> frame;
   bool isColumnHeader = false;
 

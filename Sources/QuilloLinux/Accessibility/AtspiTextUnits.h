@@ -16,8 +16,8 @@ enum class AtspiTextUnit : std::uint8_t {
 
 /// A text as the application gave it, brought to the core's form.
 struct AtspiText {
-  std::string text;                                ///< UTF-8, without fillers
-  AtspiTextUnit unit = AtspiTextUnit::codePoint;   ///< of the application's offsets
+  std::string text;                               ///< UTF-8, without fillers
+  AtspiTextUnit unit = AtspiTextUnit::codePoint;  ///< of the application's offsets
   std::int64_t utf16Length = 0;
 
   friend bool operator==(const AtspiText&, const AtspiText&) = default;

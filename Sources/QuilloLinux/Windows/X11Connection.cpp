@@ -1,0 +1,109 @@
+#include "QuilloLinux/Windows/X11Connection.h"
+
+#include <xcb/xcb.h>
+
+#include <array>
+#include <cstring>
+#include <utility>
+
+namespace quillo {
+namespace {
+
+// In the order of X11Atom.
+constexpr std::array<std::string_view, 17> atomNames = {"_NET_ACTIVE_WINDOW",
+                                                        "_NET_CLIENT_LIST_STACKING",
+                                                        "_NET_CURRENT_DESKTOP",
+                                                        "_NET_FRAME_EXTENTS",
+                                                        "_NET_WM_DESKTOP",
+                                                        "_NET_WM_NAME",
+                                                        "_NET_WM_WINDOW_OPACITY",
+                                                        "_NET_WM_PID",
+                                                        "_NET_WM_STATE",
+                                                        "_NET_WM_STATE_HIDDEN",
+                                                        "_NET_WM_STATE_SKIP_TASKBAR",
+                                                        "_NET_WM_WINDOW_TYPE",
+                                                        "_NET_WM_WINDOW_TYPE_DESKTOP",
+                                                        "_NET_WM_WINDOW_TYPE_DOCK",
+                                                        "_NET_WM_WINDOW_TYPE_NOTIFICATION",
+                                                        "_GTK_FRAME_EXTENTS",
+                                                        "UTF8_STRING"};
+
+static_assert(static_cast<std::size_t>(X11Atom::utf8String) + 1 == atomNames.size());
+
+/// No property that we read is longer; a longer one is cut.
+constexpr std::uint32_t maximumPropertyWords = 64 * 1024;
+
+}  // namespace
+
+std::unique_ptr<X11Connection> X11Connection::open() {
+  int screenNumber = 0;
+  xcb_connection_t* connection = xcb_connect(nullptr, &screenNumber);
+  if (xcb_connection_has_error(connection) != 0) {
+    xcb_disconnect(connection);
+    return nullptr;
+  }
+  xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
+  for (int i = 0; i < screenNumber && screens.rem > 1; ++i) xcb_screen_next(&screens);
+  return std::unique_ptr<X11Connection>(new X11Connection(connection, screens.data->root));
+}
+
+X11Connection::X11Connection(xcb_connection_t* connection, std::uint32_t root) : connection_(connection), root_(root) {
+  std::vector<xcb_intern_atom_cookie_t> cookies;
+  for (const std::string_view name : atomNames) {
+    cookies.push_back(xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data()));
+  }
+  for (const auto cookie : cookies) {
+    const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection_, cookie, nullptr));
+    atoms_.push_back(reply ? reply->atom : XCB_ATOM_NONE);
+  }
+}
+
+X11Connection::~X11Connection() {
+  xcb_disconnect(connection_);
+}
+
+std::uint32_t X11Connection::atom(X11Atom name) const {
+  return atoms_[static_cast<std::size_t>(name)];
+}
+
+bool X11Connection::isBroken() const {
+  return xcb_connection_has_error(connection_) != 0;
+}
+
+X11PropertyRequest::X11PropertyRequest(const X11Connection& connection, std::uint32_t window, std::uint32_t property)
+    : connection_(connection.get()),
+      sequence_(xcb_get_property(connection_, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, maximumPropertyWords)
+                    .sequence) {}
+
+X11PropertyRequest::X11PropertyRequest(X11PropertyRequest&& other) noexcept
+    : connection_(std::exchange(other.connection_, nullptr)), sequence_(other.sequence_) {}
+
+X11PropertyRequest::~X11PropertyRequest() {
+  if (connection_ != nullptr) xcb_discard_reply(connection_, sequence_);
+}
+
+std::vector<std::uint8_t> X11PropertyRequest::take(std::uint8_t format) {
+  xcb_connection_t* connection = std::exchange(connection_, nullptr);
+  if (connection == nullptr) return {};
+  xcb_generic_error_t* error = nullptr;
+  const X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection, {sequence_}, &error));
+  const X11Reply<xcb_generic_error_t> ownedError(error);
+  if (!reply || reply->format != format) return {};
+  const auto* data = static_cast<const std::uint8_t*>(xcb_get_property_value(reply.get()));
+  const auto length = static_cast<std::size_t>(xcb_get_property_value_length(reply.get()));
+  return {data, data + length};
+}
+
+std::vector<std::uint32_t> X11PropertyRequest::words() {
+  const std::vector<std::uint8_t> data = take(32);
+  std::vector<std::uint32_t> words(data.size() / sizeof(std::uint32_t));
+  std::memcpy(words.data(), data.data(), words.size() * sizeof(std::uint32_t));
+  return words;
+}
+
+std::string X11PropertyRequest::bytes() {
+  const std::vector<std::uint8_t> data = take(8);
+  return {data.begin(), data.end()};
+}
+
+}  // namespace quillo
