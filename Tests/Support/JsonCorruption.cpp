@@ -93,8 +93,9 @@ std::vector<CorruptedJson> singleFieldCorruptions(std::string_view json) {
     std::string text(json.substr(0, span.begin));
     text += replacement;
     text += json.substr(span.end);
-    const std::string_view old = json.substr(span.begin, std::min<std::size_t>(span.end - span.begin, 40));
-    result.push_back({std::to_string(span.begin) + ": " + std::string(old) + std::string(what), std::move(text)});
+    std::string label = std::to_string(span.begin);
+    label.append(": ").append(json.substr(span.begin, std::min<std::size_t>(span.end - span.begin, 40))).append(what);
+    result.push_back({std::move(label), std::move(text)});
   };
   for (const Span span : scanner.values) {
     replace(span, "null", " became null");
@@ -103,8 +104,8 @@ std::vector<CorruptedJson> singleFieldCorruptions(std::string_view json) {
   }
   for (const Span span : scanner.keys) replace(span, "\"no such key\"", " renamed");
   for (const Span span : scanner.elements) {
-    const std::string copy(json.substr(span.begin, span.end - span.begin));
-    replace(span, copy + "," + copy, " doubled");
+    const std::string_view element = json.substr(span.begin, span.end - span.begin);
+    replace(span, std::string(element).append(",").append(element), " doubled");
   }
   return result;
 }

@@ -267,7 +267,10 @@ std::string encode(const CanonicalAccessibilityEvidence& evidence) {
 
 CanonicalAccessibilityEvidence decode(std::string_view bytes) {
   const JsonDocument document = JsonDocument::parse(bytes);
-  const JsonCursor root = document.root();
+  return decode(document.root());
+}
+
+CanonicalAccessibilityEvidence decode(const JsonCursor& root) {
   const auto version = readJson<std::int64_t>(root.require("schemaVersion"));
   if (version != CanonicalAccessibilityEvidence::currentSchemaVersion)
     throw Error(Error::UnsupportedSchemaVersion{version});
@@ -282,6 +285,10 @@ std::string encodeSnapshot(const AccessibilitySnapshot& snapshot) {
 
 AccessibilitySnapshot decodeSnapshot(std::string_view bytes) {
   return makeSnapshot(decode(bytes));
+}
+
+AccessibilitySnapshot decodeSnapshot(const JsonCursor& root) {
+  return makeSnapshot(decode(root));
 }
 
 }  // namespace quillo::CanonicalAccessibilityEvidenceCodec

@@ -29,6 +29,9 @@ CanonicalAccessibilityEvidence decode(std::string_view bytes);
 
 std::string encodeSnapshot(const AccessibilitySnapshot& snapshot);
 AccessibilitySnapshot decodeSnapshot(std::string_view bytes);
+/// As above, of a text that is parsed already.
+CanonicalAccessibilityEvidence decode(const JsonCursor& root);
+AccessibilitySnapshot decodeSnapshot(const JsonCursor& root);
 
 }  // namespace CanonicalAccessibilityEvidenceCodec
 }  // namespace quillo

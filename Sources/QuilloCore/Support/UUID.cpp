@@ -62,4 +62,14 @@ UUID RandomUUIDGenerator::makeUUID() {
   return result;
 }
 
+void JsonCodec<UUID>::write(JsonWriter& writer, const UUID& id) {
+  writer.string(id.text());
+}
+
+UUID JsonCodec<UUID>::read(const JsonCursor& cursor) {
+  const auto id = UUID::parse(cursor.string());
+  if (!id) throw JsonError(JsonError::InvalidValue{cursor.path(), "it is not a UUID"});
+  return *id;
+}
+
 }  // namespace quillo

@@ -7,6 +7,9 @@
 #include <string>
 #include <string_view>
 
+#include "QuilloCore/Support/JsonReader.h"
+#include "QuilloCore/Support/JsonWriter.h"
+
 namespace quillo {
 
 /// A 128-bit identifier (RFC 9562).
@@ -33,6 +36,13 @@ class UUIDGenerating {
 class RandomUUIDGenerator final : public UUIDGenerating {
  public:
   UUID makeUUID() override;
+};
+
+/// Written in upper case, read in either.
+template <>
+struct JsonCodec<UUID> {
+  static void write(JsonWriter& writer, const UUID& id);
+  static UUID read(const JsonCursor& cursor);
 };
 
 }  // namespace quillo

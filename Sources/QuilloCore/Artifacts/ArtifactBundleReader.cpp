@@ -1,0 +1,92 @@
+#include "QuilloCore/Artifacts/ArtifactBundleReader.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+
+#include "QuilloCore/Artifacts/ArtifactBundleLayout.h"
+#include "QuilloCore/Artifacts/ArtifactFileError.h"
+#include "QuilloCore/Artifacts/ArtifactRepositoryError.h"
+#include "QuilloCore/Artifacts/CanonicalAccessibilityEvidenceCodec.h"
+#include "QuilloCore/Support/JsonReader.h"
+
+namespace quillo {
+namespace {
+
+using Error = ArtifactRepositoryError;
+
+/// Versions are read by themselves, before a record that an unknown version may have changed.
+void requireSchemaVersion(const JsonCursor& root, std::int64_t oldest, std::int64_t newest) {
+  const auto version = readJson<std::int64_t>(root.require("schemaVersion"));
+  if (version < oldest || version > newest) throw Error(Error::UnsupportedSchema{version});
+}
+
+}  // namespace
+
+/// Calls `decode(bytes)`, so that its errors name the file.
+template <class Decode>
+auto ArtifactBundleReader::decodeFile(const std::string& filename, Decode decode) const {
+  const std::string bytes = bundle_.readFile(filename);
+  try {
+    return decode(std::string_view(bytes));
+  } catch (const JsonError& error) {
+    throw ArtifactFileError(std::filesystem::path(bundleName_) / filename, error);
+  } catch (const CanonicalAccessibilityEvidenceCodecError& error) {
+    throw ArtifactFileError(std::filesystem::path(bundleName_) / filename, error);
+  }
+}
+
+ArtifactManifest ArtifactBundleReader::readManifest() const {
+  auto manifest = decodeFile(std::string(ArtifactBundleLayout::manifestFilename), [](std::string_view bytes) {
+    const JsonDocument document = JsonDocument::parse(bytes);
+    const JsonCursor root = document.root();
+    requireSchemaVersion(root, 1, ArtifactManifest::currentSchemaVersion);
+    return readJson<ArtifactManifest>(root);
+  });
+  ArtifactBundleLayout::validate(manifest);
+  return manifest;
+}
+
+std::string ArtifactBundleReader::readScreenshot(const ArtifactManifest& manifest) const {
+  return bundle_.readFile(manifest.screenshotFilename);
+}
+
+AccessibilitySnapshot ArtifactBundleReader::readSnapshot(const ArtifactManifest& manifest) const {
+  if (manifest.evidenceFilename) {
+    return decodeFile(*manifest.evidenceFilename, [](std::string_view bytes) {
+      const JsonDocument document = JsonDocument::parse(bytes);
+      requireSchemaVersion(document.root(), CanonicalAccessibilityEvidence::currentSchemaVersion,
+                           CanonicalAccessibilityEvidence::currentSchemaVersion);
+      return CanonicalAccessibilityEvidenceCodec::decodeSnapshot(document.root());
+    });
+  }
+  if (manifest.accessibilityFilename) {
+    return decodeFile(*manifest.accessibilityFilename, [](std::string_view bytes) {
+      const JsonDocument document = JsonDocument::parse(bytes);
+      requireSchemaVersion(document.root(), 1, AccessibilitySnapshot::currentSchemaVersion);
+      return readJson<AccessibilitySnapshot>(document.root());
+    });
+  }
+  throw Error(Error::MissingAccessibilityEvidence{manifest.id});
+}
+
+InterfaceObservationRead ArtifactBundleReader::readObservation(const ArtifactManifest& manifest,
+                                                               const AccessibilitySnapshot& snapshot,
+                                                               const ArtifactProjection& projection) const {
+  std::optional<InterfaceObservation> stored;
+  if (manifest.observationFilename && bundle_.status(*manifest.observationFilename)) {
+    stored =
+        decodeFile(*manifest.observationFilename, [](std::string_view bytes) -> std::optional<InterfaceObservation> {
+          const JsonDocument document = JsonDocument::parse(bytes);
+          const JsonCursor root = document.root();
+          requireSchemaVersion(root, 1, InterfaceObservation::currentSchemaVersion);
+          const auto version = readJson<std::int64_t>(root.require("schemaVersion"));
+          if (version != InterfaceObservation::currentSchemaVersion) return std::nullopt;
+          return readJson<InterfaceObservation>(root);
+        });
+  }
+  if (stored) return {*std::move(stored), false};
+  return {projection.makeObservation(snapshot), true};
+}
+
+}  // namespace quillo

@@ -1,0 +1,200 @@
+#include "QuilloCore/Artifacts/ArtifactStore.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <utility>
+
+#include "QuilloCore/Artifacts/ArtifactBundleLayout.h"
+#include "QuilloCore/Artifacts/ArtifactBundleReader.h"
+#include "QuilloCore/Artifacts/ArtifactBundleWriter.h"
+#include "QuilloCore/Artifacts/ArtifactFileError.h"
+#include "QuilloCore/Artifacts/ArtifactRepositoryError.h"
+#include "QuilloCore/Artifacts/FileSystemError.h"
+#include "QuilloCore/Artifacts/StagingDirectory.h"
+
+namespace quillo {
+namespace {
+
+namespace fs = std::filesystem;
+namespace Layout = ArtifactBundleLayout;
+using Error = ArtifactRepositoryError;
+
+void requireSupportedSchemas(const ContextArtifactDraft& draft) {
+  const std::int64_t snapshotVersion = draft.accessibilitySnapshot.schemaVersion;
+  if (snapshotVersion < 1 || snapshotVersion > AccessibilitySnapshot::currentSchemaVersion)
+    throw Error(Error::UnsupportedSchema{snapshotVersion});
+  const std::int64_t observationVersion = draft.interfaceObservation.schemaVersion;
+  if (observationVersion < 1 || observationVersion > InterfaceObservation::currentSchemaVersion)
+    throw Error(Error::UnsupportedSchema{observationVersion});
+}
+
+ArtifactManifest manifestToStore(const ArtifactManifest& drafted) {
+  ArtifactManifest manifest = drafted;
+  manifest.schemaVersion = ArtifactManifest::currentSchemaVersion;
+  manifest.contextProjectionVersion = ArtifactManifest::currentContextProjectionVersion;
+  manifest.screenshotFilename = Layout::screenshotFilename;
+  manifest.accessibilityFilename.reset();
+  manifest.evidenceFilename = Layout::evidenceFilename;
+  manifest.observationFilename = Layout::observationFilename;
+  return manifest;
+}
+
+bool isNewer(const StoredArtifact& a, const StoredArtifact& b) {
+  if (a.manifest.createdAt != b.manifest.createdAt) return a.manifest.createdAt > b.manifest.createdAt;
+  return a.manifest.id < b.manifest.id;
+}
+
+}  // namespace
+
+ArtifactStore::ArtifactStore(fs::path rootPath, Services services, ArtifactProjection projection)
+    : rootPath_(std::move(rootPath)), services_(services), projection_(std::move(projection)) {}
+
+fs::path ArtifactStore::bundlePath(const UUID& id) const {
+  return rootPath_ / Layout::bundleName(id);
+}
+
+void ArtifactStore::prepare() {
+  prepareRoot();
+}
+
+std::unique_ptr<Directory> ArtifactStore::prepareRoot() {
+  auto root = services_.fileSystem.makeDirectories(rootPath_);
+  StagingDirectory::removeAbandoned(*root, services_.clock.now());
+  return root;
+}
+
+std::vector<StoredArtifact> ArtifactStore::list(ListingDetail detail) {
+  const auto root = services_.fileSystem.openDirectory(rootPath_);
+  std::vector<StoredArtifact> artifacts;
+  for (const DirectoryEntry& entry : root->entries()) {
+    if (entry.kind != FileKind::directory || !Layout::isBundleName(entry.name)) continue;
+    try {
+      const auto bundle = root->openDirectory(entry.name);
+      ArtifactManifest manifest = ArtifactBundleReader(*bundle, entry.name).readManifest();
+      if (detail == ListingDetail::withoutContextTexts) manifest.contextText = {};
+      artifacts.push_back({std::move(manifest), rootPath_ / entry.name});
+    } catch (const Error&) {
+    } catch (const ArtifactFileError&) {
+    } catch (const FileSystemError&) {
+      // A damaged bundle, or one that another process has just removed, does not take the others from the user.
+    }
+  }
+  std::ranges::stable_sort(artifacts, isNewer);
+  return artifacts;
+}
+
+std::vector<std::string> ArtifactStore::bundleNames() {
+  std::vector<std::string> names;
+  for (DirectoryEntry& entry : services_.fileSystem.openDirectory(rootPath_)->entries()) {
+    if (entry.kind == FileKind::directory && Layout::isBundleName(entry.name)) names.push_back(std::move(entry.name));
+  }
+  std::ranges::sort(names);
+  return names;
+}
+
+StoredArtifact ArtifactStore::create(const ContextArtifactDraft& draft) {
+  requireSupportedSchemas(draft);
+  const auto root = prepareRoot();
+  ArtifactManifest manifest = manifestToStore(draft.manifest);
+  Layout::validate(manifest);
+  const std::string name = Layout::bundleName(manifest.id);
+  if (root->status(name)) throw Error(Error::ArtifactAlreadyExists{manifest.id});
+
+  const ArtifactBundleFiles files = encodeBundle(manifest, draft);
+  const std::string staging = StagingDirectory::name(manifest.id, services_.identifiers.makeUUID());
+  try {
+    writeBundle(*root, staging, name, files);
+  } catch (const FileSystemError& error) {
+    // Another process made the same artifact meanwhile.
+    if (error.isSystemFailure(EEXIST) && root->status(name)) throw Error(Error::ArtifactAlreadyExists{manifest.id});
+    throw;
+  }
+  return {std::move(manifest), rootPath_ / name};
+}
+
+bool ArtifactStore::exists(const fs::path& bundlePath) {
+  try {
+    const auto parent = services_.fileSystem.openDirectory(bundlePath.parent_path());
+    return parent->status(bundlePath.filename().native()).has_value();
+  } catch (const FileSystemError& error) {
+    if (error.isSystemFailure(ENOENT)) return false;
+    throw;
+  }
+}
+
+LoadedArtifact ArtifactStore::load(const UUID& id) {
+  const fs::path path = bundlePath(id);
+  if (!exists(path)) throw Error(Error::ArtifactNotFound{id});
+  return loadBundle(path);
+}
+
+LoadedArtifact ArtifactStore::loadBundle(const fs::path& bundlePath) {
+  const auto parent = services_.fileSystem.openDirectory(bundlePath.parent_path());
+  const auto bundle = parent->openDirectory(bundlePath.filename().native());
+  return loadFrom(*bundle, bundlePath);
+}
+
+LoadedArtifact ArtifactStore::loadFrom(Directory& bundle, const fs::path& bundlePath) {
+  const ArtifactBundleReader reader(bundle, bundlePath.filename().string());
+  LoadedArtifact loaded;
+  loaded.stored = {reader.readManifest(), bundlePath};
+  ArtifactManifest& manifest = loaded.stored.manifest;
+  loaded.screenshotPNG = reader.readScreenshot(manifest);
+  loaded.accessibilitySnapshot = reader.readSnapshot(manifest);
+  loaded.interfaceObservation = reader.readObservation(manifest, loaded.accessibilitySnapshot, projection_).observation;
+  manifest.contextText = projection_.renderContextText(loaded.interfaceObservation);
+  manifest.contextProjectionVersion = ArtifactManifest::currentContextProjectionVersion;
+  return loaded;
+}
+
+StoredArtifact ArtifactStore::readBundleManifest(const fs::path& bundlePath) {
+  const auto parent = services_.fileSystem.openDirectory(bundlePath.parent_path());
+  const auto bundle = parent->openDirectory(bundlePath.filename().native());
+  return {ArtifactBundleReader(*bundle, bundlePath.filename().string()).readManifest(), bundlePath};
+}
+
+StoredArtifact ArtifactStore::update(const StoredArtifact& stored, const ArtifactManifest& manifest) {
+  if (!exists(stored.bundlePath)) throw Error(Error::ArtifactNotFound{stored.manifest.id});
+  const auto parent = services_.fileSystem.openDirectory(stored.bundlePath.parent_path());
+  const auto bundle = parent->openDirectory(stored.bundlePath.filename().native());
+  const ArtifactManifest onDisk = ArtifactBundleReader(*bundle, stored.bundlePath.filename().string()).readManifest();
+
+  ArtifactManifest updated = manifest;
+  updated.screenshotFilename = onDisk.screenshotFilename;
+  updated.accessibilityFilename = onDisk.accessibilityFilename;
+  updated.evidenceFilename = onDisk.evidenceFilename;
+  updated.observationFilename = onDisk.observationFilename;
+  Layout::validate(updated);
+  replaceManifest(*bundle, updated, services_.identifiers.makeUUID(), services_.clock.now());
+  return {std::move(updated), stored.bundlePath};
+}
+
+std::optional<fs::path> ArtifactStore::moveToTrash(const UUID& id) {
+  return moveBundleToTrash(id, bundlePath(id));
+}
+
+std::optional<fs::path> ArtifactStore::moveBundleToTrash(const UUID& id, const fs::path& bundlePath) {
+  if (!exists(bundlePath)) throw Error(Error::ArtifactNotFound{id});
+  std::optional<fs::path> newPath;
+  try {
+    newPath = services_.trash.moveToTrash(bundlePath);
+  } catch (const std::exception& error) {
+    throw Error(Error::CouldNotMoveArtifactToTrash{id, error.what()});
+  }
+  if (exists(bundlePath))
+    throw Error(Error::CouldNotMoveArtifactToTrash{id, "the bundle remained in its original location"});
+  return newPath;
+}
+
+fs::path defaultLibraryPath() {
+  const auto variable = [](const char* name) {
+    const char* value = std::getenv(name);
+    return fs::path(value == nullptr ? "" : value);
+  };
+  fs::path data = variable("XDG_DATA_HOME");
+  if (!data.is_absolute()) data = variable("HOME") / ".local" / "share";
+  return data / "Quillo" / "Artifacts";
+}
+
+}  // namespace quillo

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "QuilloCore/Artifacts/ArtifactModels.h"
+#include "QuilloCore/Artifacts/ArtifactProjection.h"
+#include "QuilloCore/Artifacts/FileSystem.h"
+#include "QuilloCore/Artifacts/TrashOperation.h"
+#include "QuilloCore/Support/Clocks.h"
+#include "QuilloCore/Support/UUID.h"
+
+namespace quillo {
+
+/// How much of each manifest a listing keeps. The context texts are by far the largest part of a library.
+enum class ListingDetail : std::uint8_t { everything, withoutContextTexts };
+
+/// The directory of artifact bundles. A bundle appears, changes and disappears in one step each, so that neither a
+/// crash nor a power cut leaves half of one.
+///
+/// Blocking, one operation at a time; ArtifactRepository queues them. Several processes may work in one library.
+/// Throws ArtifactRepositoryError; besides FileSystemError, ArtifactFileError and
+/// CanonicalAccessibilityEvidenceCodecError pass through.
+class ArtifactStore {
+ public:
+  /// Everything must outlive the store.
+  struct Services {
+    FileSystem& fileSystem;
+    TrashOperation& trash;
+    WallClock& clock;
+    UUIDGenerating& identifiers;
+  };
+
+  /// Does no input or output.
+  ArtifactStore(std::filesystem::path rootPath, Services services, ArtifactProjection projection);
+
+  const std::filesystem::path& rootPath() const { return rootPath_; }
+  std::filesystem::path bundlePath(const UUID& id) const;
+
+  /// Makes the root if it is missing and removes abandoned staging directories.
+  void prepare();
+
+  /// Newest first, of equal dates the lower identifier first. Damaged bundles are left out.
+  std::vector<StoredArtifact> list(ListingDetail detail = ListingDetail::everything);
+  /// The names of all bundle directories, damaged ones too, ascending.
+  std::vector<std::string> bundleNames();
+
+  StoredArtifact create(const ContextArtifactDraft& draft);
+
+  /// Reads a bundle whole; writes nothing.
+  LoadedArtifact load(const UUID& id);
+  /// The same for a bundle anywhere.
+  LoadedArtifact loadBundle(const std::filesystem::path& bundlePath);
+  /// The manifest alone, as it stands in the file.
+  StoredArtifact readBundleManifest(const std::filesystem::path& bundlePath);
+
+  /// Stores every field of the manifest but the file names, which stay those of the bundle.
+  StoredArtifact update(const StoredArtifact& stored, const ArtifactManifest& manifest);
+
+  /// Returns the bundle's new place, if the system says so.
+  std::optional<std::filesystem::path> moveToTrash(const UUID& id);
+  std::optional<std::filesystem::path> moveBundleToTrash(const UUID& id, const std::filesystem::path& bundlePath);
+
+ private:
+  std::unique_ptr<Directory> prepareRoot();
+  LoadedArtifact loadFrom(Directory& bundle, const std::filesystem::path& bundlePath);
+  bool exists(const std::filesystem::path& bundlePath);
+
+  std::filesystem::path rootPath_;
+  Services services_;
+  ArtifactProjection projection_;
+};
+
+/// `$XDG_DATA_HOME/Quillo/Artifacts`, or below `~/.local/share`; an `XDG_DATA_HOME` that is no absolute path counts as
+/// unset.
+std::filesystem::path defaultLibraryPath();
+
+}  // namespace quillo
