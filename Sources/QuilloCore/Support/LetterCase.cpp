@@ -69,6 +69,10 @@ bool isLetterDigitOrMark(char32_t codePoint) {
   return (U_GET_GC_MASK(static_cast<UChar32>(codePoint)) & (U_GC_L_MASK | U_GC_ND_MASK | U_GC_M_MASK)) != 0;
 }
 
+bool isMark(char32_t codePoint) {
+  return (U_GET_GC_MASK(static_cast<UChar32>(codePoint)) & U_GC_M_MASK) != 0;
+}
+
 std::string lowercasingFirstLetter(std::string_view text) {
   if (text.empty()) return {};
   std::size_t position = 0;

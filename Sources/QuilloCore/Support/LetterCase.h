@@ -12,6 +12,7 @@ std::string lowercased(std::string_view text);
 bool isUppercaseLetter(char32_t codePoint);
 bool isLowercaseLetter(char32_t codePoint);
 bool isLetterDigitOrMark(char32_t codePoint);
+bool isMark(char32_t codePoint);
 
 /// The text with its first code point lower-cased.
 std::string lowercasingFirstLetter(std::string_view text);
