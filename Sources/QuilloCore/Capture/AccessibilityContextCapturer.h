@@ -1,46 +1,36 @@
 #pragma once
 
-#include <string>
+#include <memory>
 
 #include "QuilloCore/Capture/AccessibilityCaptureConfiguration.h"
+#include "QuilloCore/Capture/AccessibilityCaptureControl.h"
 #include "QuilloCore/Capture/AccessibilityInterface.h"
 #include "QuilloCore/Capture/AccessibilitySnapshot.h"
-#include "QuilloCore/Capture/AccessibilitySnapshotCapture.h"
 #include "QuilloCore/Capture/WindowCaptureTarget.h"
-#include "QuilloCore/Concurrency/MonotonicClock.h"
-#include "QuilloCore/Concurrency/SerialQueue.h"
-#include "QuilloCore/Concurrency/Task.h"
 #include "QuilloCore/Support/Clocks.h"
 
 namespace quillo {
 
-/// Reads the accessibility tree of frozen windows, one after the other, on a queue of its own. Its end waits for the
-/// reading that still runs.
+/// Reads the accessibility tree of frozen windows, within the limits of its configuration.
 class AccessibilityContextCapturer {
  public:
-  /// The references outlive the capturer. The configuration is clamped.
-  AccessibilityContextCapturer(AccessibilityInterface& interface, MonotonicClock& monotonicClock, WallClock& wallClock,
-                               const AccessibilityCaptureConfiguration& configuration = {},
-                               std::string queueLabel = "org.quillo.Quillo.accessibility-capture");
+  /// The interface and the clock outlive the capturer. The configuration is clamped.
+  AccessibilityContextCapturer(AccessibilityInterface& interface, WallClock& wallClock,
+                               const AccessibilityCaptureConfiguration& configuration = {});
 
   const AccessibilityCaptureConfiguration& configuration() const { return configuration_; }
 
   bool isAccessGranted(AccessibilityTrustPrompt prompt) { return interface_.isProcessTrusted(prompt); }
 
-  /// The window's snapshot. The caller is released at the capture time-out, and at once when it is cancelled, whatever
-  /// call the reading is stuck in. Throws AccessibilityCaptureError or OperationCancelled.
-  Task<AccessibilitySnapshot> capture(WindowCaptureTarget target);
-
-  /// What the queue runs, on the calling thread; one reading at a time.
+  /// Reads the window on the calling thread; one reading at a time. What could not be read, and what the limits cut,
+  /// stands in the snapshot. Throws AccessibilityCaptureError, or OperationCancelled when the control was cancelled.
   AccessibilitySnapshot captureSynchronously(const WindowCaptureTarget& target,
-                                             const SharedAccessibilityCaptureControl& control);
+                                             const std::shared_ptr<const AccessibilityCaptureControl>& control);
 
  private:
   AccessibilityInterface& interface_;
-  MonotonicClock& monotonicClock_;
   WallClock& wallClock_;
   AccessibilityCaptureConfiguration configuration_;
-  SerialQueue queue_;
 };
 
 }  // namespace quillo

@@ -1,0 +1,106 @@
+#include "QuilloCore/Semantics/ElementForest.h"
+
+#include <string_view>
+#include <unordered_map>
+
+namespace quillo {
+
+class ElementForest::Builder {
+ public:
+  explicit Builder(ElementForest& forest) : forest_(forest), elements_(forest.observation_->elements) {
+    forest.parents_.assign(elements_.size(), noElement);
+    forest.positions_.assign(elements_.size(), unreached);
+    forest.subtreeEnds_.assign(elements_.size(), 0);
+    forest.preorder_.reserve(elements_.size());
+    byID_.reserve(elements_.size());
+    for (ElementIndex i = 0; i < elements_.size(); ++i) byID_.try_emplace(elements_[i].id, i);
+  }
+
+  void build() {
+    forest_.root_ = find(forest_.observation_->rootElementID);
+    if (forest_.root_ != noElement) growTree(forest_.root_);
+    for (ElementIndex i = 0; i < elements_.size(); ++i) {
+      if (forest_.positions_[i] == unreached) growTree(i);
+    }
+    groupChildren();
+  }
+
+ private:
+  static constexpr std::size_t unreached = SIZE_MAX;
+
+  struct Visit {
+    ElementIndex element;
+    std::size_t nextChildID;
+  };
+  struct Edge {
+    ElementIndex parent;
+    Child child;
+  };
+
+  ElementIndex find(std::string_view id) const {
+    const auto found = byID_.find(id);
+    return found == byID_.end() ? noElement : found->second;
+  }
+
+  void enter(ElementIndex element) {
+    forest_.positions_[element] = forest_.preorder_.size();
+    forest_.preorder_.push_back(element);
+    path_.push_back({element, 0});
+  }
+
+  void growTree(ElementIndex root) {
+    enter(root);
+    while (!path_.empty()) {
+      Visit& visit = path_.back();
+      const ElementIndex parent = visit.element;
+      if (visit.nextChildID == elements_[parent].childIDs.size()) {
+        forest_.subtreeEnds_[parent] = forest_.preorder_.size();
+        path_.pop_back();
+        continue;
+      }
+      const std::string& id = elements_[parent].childIDs[visit.nextChildID++];
+      const ElementIndex child = find(id);
+      if (child == noElement) {
+        edges_.push_back({parent, {.missingID = &id}});
+      } else if (forest_.positions_[child] == unreached) {
+        edges_.push_back({parent, {.element = child}});
+        forest_.parents_[child] = parent;
+        enter(child);
+      }
+    }
+  }
+
+  void groupChildren() {
+    std::vector<std::size_t>& begin = forest_.childrenBegin_;
+    begin.assign(elements_.size() + 1, 0);
+    for (const Edge& edge : edges_) ++begin[edge.parent + 1];
+    for (std::size_t i = 1; i < begin.size(); ++i) begin[i] += begin[i - 1];
+    forest_.children_.resize(edges_.size());
+    std::vector<std::size_t> next(begin.begin(), begin.end() - 1);
+    for (const Edge& edge : edges_) forest_.children_[next[edge.parent]++] = edge.child;
+  }
+
+  ElementForest& forest_;
+  const std::vector<InterfaceElement>& elements_;
+  std::unordered_map<std::string_view, ElementIndex> byID_;
+  std::vector<Visit> path_;
+  std::vector<Edge> edges_;  // those of one parent in their order
+};
+
+ElementForest::ElementForest(const InterfaceObservation& observation) : observation_(&observation) {
+  Builder(*this).build();
+}
+
+std::span<const ElementForest::Child> ElementForest::children(ElementIndex element) const {
+  return std::span(children_).subspan(childrenBegin_[element], childrenBegin_[element + 1] - childrenBegin_[element]);
+}
+
+std::span<const ElementIndex> ElementForest::subtree(ElementIndex element) const {
+  return std::span(preorder_).subspan(positions_[element], subtreeEnds_[element] - positions_[element]);
+}
+
+std::span<const ElementIndex> ElementForest::descendants(ElementIndex element) const {
+  return subtree(element).subspan(1);
+}
+
+}  // namespace quillo

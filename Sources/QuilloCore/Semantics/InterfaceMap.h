@@ -1,0 +1,17 @@
+#pragma once
+
+#include "QuilloCore/Semantics/RenderContext.h"
+#include "QuilloCore/Semantics/RenderPlan.h"
+#include "QuilloCore/Semantics/TextLines.h"
+
+namespace quillo {
+
+/// The element on one line as the map and the current state print it: a row by its cells' texts, a merged run with all
+/// of its text.
+std::string mapLine(const RenderContext& context, const RenderPlan& plan, ElementIndex element, bool isEditable);
+
+/// "## Interface map" with the tree from the root, and "### Additional interface elements" with those that the root
+/// does not lead to.
+void appendInterfaceMap(const RenderContext& context, const RenderPlan& plan, TextLines& lines);
+
+}  // namespace quillo

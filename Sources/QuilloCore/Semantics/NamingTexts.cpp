@@ -1,0 +1,112 @@
+#include "QuilloCore/Semantics/NamingTexts.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "QuilloCore/Semantics/InterfaceElementTexts.h"
+#include "QuilloCore/Semantics/TokenSequenceIndex.h"
+
+namespace quillo {
+namespace {
+
+using enum InterfaceSemanticRole;
+
+/// Roles whose name is made of the texts inside them.
+bool isNamedByItsTexts(InterfaceSemanticRole role) {
+  switch (role) {
+    case button:
+    case disclosure:
+    case link:
+    case heading:
+    case text:
+    case tab:
+    case menuItem:
+    case checkbox:
+    case radioButton:
+    case switchControl:
+    case popUpButton:
+    case listItem:
+    case row:
+    case treeItem:
+    case cell: return true;
+    default: return false;
+  }
+}
+
+/// Roles that may be labelled by one text inside them.
+bool mayHoldItsCaption(InterfaceSemanticRole role) {
+  switch (role) {
+    case section:
+    case group:
+    case unknown:
+    case tabGroup:
+    case list:
+    case table:
+    case image: return true;
+    default: return false;
+  }
+}
+
+class NamingTexts {
+ public:
+  NamingTexts(const RenderContext& context, SemanticTokenizer& tokenizer, RenderPlan& plan)
+      : context_(context), tokenizer_(tokenizer), plan_(plan) {}
+
+  void run() {
+    std::vector<ElementIndex> named(context_.forest().size(), noElement);  // the nearest named element around each
+    for (const ElementIndex element : context_.forest().preorder()) {
+      const ElementIndex parent = context_.forest().parent(element);
+      if (parent == noElement) continue;
+      named[element] = context_.primaryText(parent).empty() ? named[parent] : parent;
+      if (named[element] == noElement || !context_.isPlainTextLeaf(element) || plan_.isSilent(element)) continue;
+      if (names(element, named[element])) plan_.namingTextElementIDs.insert(element);
+    }
+  }
+
+ private:
+  struct Name {
+    TokenSequenceIndex words;
+    std::size_t cursor = 0;
+  };
+
+  bool names(ElementIndex text, ElementIndex owner) {
+    const InterfaceSemanticRole role = context_[owner].role;
+    if (!mayHoldItsCaption(role) && !isNamedByItsTexts(role)) return false;
+    if (agreeButForWhiteSpace(context_.primaryText(text), context_.primaryText(owner))) return captioned_.insert(owner);
+    return isNamedByItsTexts(role) && isPartOfName(text, owner);
+  }
+
+  /// Takes the text's words from the name, in order, so that a second text needs the name to hold them twice.
+  bool isPartOfName(ElementIndex text, ElementIndex owner) {
+    words_.clear();
+    tokenizer_.appendWords(context_.primaryText(text), words_);
+    auto found = names_.find(owner);
+    if (found == names_.end()) {
+      std::vector<std::uint32_t> nameWords;
+      tokenizer_.appendWords(context_.primaryText(owner), nameWords);
+      found = names_.emplace(owner, Name{.words = TokenSequenceIndex(std::move(nameWords))}).first;
+    }
+    Name& name = found->second;
+    const auto place = name.words.find(words_, name.cursor, name.words.size());
+    if (place) name.cursor = *place + words_.size();
+    return place.has_value();
+  }
+
+  const RenderContext& context_;
+  SemanticTokenizer& tokenizer_;
+  RenderPlan& plan_;
+  ElementIndexSet captioned_ = ElementIndexSet(context_.forest().size());
+  std::unordered_map<ElementIndex, Name> names_;
+  std::vector<std::uint32_t> words_;
+};
+
+}  // namespace
+
+void findNamingTexts(const RenderContext& context, SemanticTokenizer& tokenizer, RenderPlan& plan) {
+  NamingTexts(context, tokenizer, plan).run();
+}
+
+}  // namespace quillo

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "QuilloCore/Semantics/ElementIndexSet.h"
+#include "QuilloCore/Semantics/RenderingScope.h"
+
+namespace quillo {
+
+/// What the interface map and the authoritative content print of one observation, decided before a line is written.
+/// The coverage section counts its sets. Elements are named by their index. Lives for one render call.
+struct RenderPlan {
+  RenderPlan(std::size_t elementCount, RenderingScope renderingScope);
+
+  /// Aggregate texts that are emitted as authoritative content.
+  ElementIndexSet authoritativeContentIDs;
+  /// Aggregate texts that are not emitted, since structured descendants print all their words.
+  ElementIndexSet suppressedAggregateContentIDs;
+  /// Aggregate texts reduced to the spans that no descendant prints.
+  ElementIndexSet partiallyCoveredAggregateContentIDs;
+  /// These spans, as text.
+  std::unordered_map<ElementIndex, std::string> authoritativeContentOverrides;
+  /// Aggregate texts that are part of an enclosing owner's.
+  ElementIndexSet suppressedNestedContentIDs;
+  /// Texts that the authoritative content of an owner above them holds.
+  ElementIndexSet coveredTextElementIDs;
+  /// Controls that absorbed the equal label before them, and these labels.
+  ElementIndexSet compoundEditableControlIDs;
+  ElementIndexSet suppressedCompoundLabelElementIDs;
+  /// Texts of one line, joined, by the element that prints them; the others of the run; and how many runs there are.
+  std::unordered_map<ElementIndex, std::string> mergedTextByElementID;
+  ElementIndexSet suppressedMergedTextElementIDs;
+  std::int64_t mergedTextRunCount = 0;
+  /// Rows without any text or state.
+  ElementIndexSet emptyTabularRowIDs;
+  /// The owners of authoritative content, in source order.
+  std::vector<ElementIndex> authoritativeElements;
+  /// Web content whose aggregate text also holds navigation that the scope left out.
+  ElementIndexSet scopeSuppressedAggregateContentIDs;
+  /// What lies in the rendering scope, and what it left out.
+  RenderingScope scope;
+
+  /// Elements that a row's line stands for, and rows that the line of column headers stands for.
+  ElementIndexSet passiveRowElementIDs;
+  /// Texts from which an element around them has its name.
+  ElementIndexSet namingTextElementIDs;
+  /// Containers of which nothing is left to print.
+  ElementIndexSet emptiedContainerIDs;
+
+  /// Whether the element has no line of its own; its children may have.
+  bool isSilent(ElementIndex element) const;
+};
+
+}  // namespace quillo

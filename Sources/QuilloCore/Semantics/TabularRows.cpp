@@ -1,0 +1,160 @@
+#include "QuilloCore/Semantics/TabularRows.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "QuilloCore/Semantics/InterfaceElementLine.h"
+#include "QuilloCore/Semantics/InterfaceElementTexts.h"
+#include "QuilloCore/Semantics/PrintableText.h"
+#include "QuilloCore/Semantics/TokenSequenceIndex.h"
+
+namespace quillo {
+namespace {
+
+using enum InterfaceSemanticRole;
+
+bool isRow(InterfaceSemanticRole role) {
+  return role == row || role == treeItem;
+}
+
+bool isPassiveRole(InterfaceSemanticRole role) {
+  return role == cell || role == text || role == group || role == section || role == unknown;
+}
+
+bool hasVisibleCell(const InterfaceElement& element) {
+  const auto& values = element.properties.rowValues;
+  return values && std::ranges::any_of(*values, hasVisibleText);
+}
+
+/// What a row's line of cell texts holds, to be asked for the texts inside the row.
+class RowTexts {
+ public:
+  RowTexts(const InterfaceElement& element, SemanticTokenizer& tokenizer)
+      : values_(*element.properties.rowValues), tokenizer_(tokenizer) {}
+
+  bool holds(std::string_view text) {
+    words_.clear();
+    tokenizer_.appendWords(text, words_);
+    if (words_.empty()) {
+      return std::ranges::any_of(values_, [&](const std::string& value) { return agreeButForWhiteSpace(value, text); });
+    }
+    if (!index_) index_.emplace(wordsOfCells());
+    return index_->find(words_, 0, index_->size()).has_value();
+  }
+
+ private:
+  static constexpr std::uint32_t cellBoundary = UINT32_MAX - 1;
+
+  std::vector<std::uint32_t> wordsOfCells() {
+    std::vector<std::uint32_t> words;
+    for (const std::string& value : values_) {
+      tokenizer_.appendWords(value, words);
+      words.push_back(cellBoundary);
+    }
+    return words;
+  }
+
+  const std::vector<std::string>& values_;
+  SemanticTokenizer& tokenizer_;
+  std::optional<TokenSequenceIndex> index_;
+  std::vector<std::uint32_t> words_;
+};
+
+class PassiveRowElements {
+ public:
+  PassiveRowElements(const RenderContext& context, SemanticTokenizer& tokenizer, RenderPlan& plan)
+      : context_(context), tokenizer_(tokenizer), plan_(plan) {}
+
+  void run() {
+    for (const ElementIndex element : context_.forest().preorder()) {
+      if (!context_.isInScope(element) || !hasRowReference(context_[element])) continue;
+      if (repeatsColumnHeaders(context_[element])) plan_.passiveRowElementIDs.insert(element);
+      findInside(element);
+    }
+    findEmptyRows();
+  }
+
+ private:
+  static bool repeatsColumnHeaders(const InterfaceElement& element) {
+    const auto& properties = element.properties;
+    return properties.columnHeaders == properties.rowValues && !saysMoreThanItsTexts(element) &&
+           distinctDetails(element, primaryText(element)).empty();
+  }
+
+  void findInside(ElementIndex rowElement) {
+    const ElementForest& forest = context_.forest();
+    RowTexts texts(context_[rowElement], tokenizer_);
+    const std::size_t end = forest.subtreeEnd(rowElement);
+    for (std::size_t i = forest.position(rowElement) + 1; i < end;) {
+      const ElementIndex element = forest.preorder()[i];
+      const bool isOtherRow = hasRowReference(context_[element]);
+      if (!isOtherRow && context_.isInScope(element) && isStoodForBy(texts, element)) {
+        plan_.passiveRowElementIDs.insert(element);
+      }
+      i = isOtherRow ? forest.subtreeEnd(element) : i + 1;
+    }
+  }
+
+  bool isStoodForBy(RowTexts& texts, ElementIndex index) const {
+    const InterfaceElement& element = context_[index];
+    if (!isPassiveRole(element.role) || element.isProtected || saysMoreThanItsTexts(element)) return false;
+    const std::string_view primary = context_.primaryText(index);
+    if (!primary.empty() && !texts.holds(primary)) return false;
+    if (printsStringValue(element, primary) && !texts.holds(printableStringValue(element))) return false;
+    return std::ranges::all_of(distinctDetails(element, primary),
+                               [&](const ElementDetail& detail) { return texts.holds(detail.text); });
+  }
+
+  /// Rows in whose whole subtree nothing would be printed but the names of roles.
+  void findEmptyRows() {
+    const ElementForest& forest = context_.forest();
+    std::vector<bool> hasSubstance(forest.size());
+    for (std::size_t i = forest.size(); i-- > 0;) {
+      const ElementIndex element = forest.preorder()[i];
+      if (!context_.isInScope(element)) continue;
+      if (!hasSubstance[element]) hasSubstance[element] = hasOwnSubstance(element);
+      const ElementIndex parent = forest.parent(element);
+      if (hasSubstance[element]) {
+        if (parent != noElement) hasSubstance[parent] = true;
+      } else if (isRow(context_[element].role)) {
+        plan_.emptyTabularRowIDs.insert(element);
+      }
+    }
+  }
+
+  bool hasOwnSubstance(ElementIndex index) const {
+    const InterfaceElement& element = context_[index];
+    const bool isEmptyByRole = isPassiveRole(element.role) || isRow(element.role) || element.role == column;
+    if (!isEmptyByRole || element.isProtected || element.content || saysMoreThanItsTexts(element)) return true;
+    if (!context_.primaryText(index).empty() || printsStringValue(element, {}) || hasVisibleCell(element)) return true;
+    const bool hasMissingChild = std::ranges::any_of(
+        context_.forest().children(index), [](ElementForest::Child child) { return child.element == noElement; });
+    return hasMissingChild || !distinctDetails(element, {}).empty() ||
+           (isRow(element.role) && hasActionOrIdentifier(element));
+  }
+
+  /// Actions that only follow from the role are no state of the row's own.
+  static bool hasActionOrIdentifier(const InterfaceElement& rowElement) {
+    const auto isListed = [](const InterfaceAction& action) {
+      return action.source == InterfaceActionSource::accessibility;
+    };
+    return !rowElement.identifiers.empty() || std::ranges::any_of(rowElement.actions, isListed);
+  }
+
+  const RenderContext& context_;
+  SemanticTokenizer& tokenizer_;
+  RenderPlan& plan_;
+};
+
+}  // namespace
+
+void findPassiveRowElements(const RenderContext& context, SemanticTokenizer& tokenizer, RenderPlan& plan) {
+  PassiveRowElements(context, tokenizer, plan).run();
+}
+
+}  // namespace quillo

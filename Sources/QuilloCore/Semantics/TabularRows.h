@@ -1,0 +1,13 @@
+#pragma once
+
+#include "QuilloCore/Semantics/RenderContext.h"
+#include "QuilloCore/Semantics/RenderPlan.h"
+#include "QuilloCore/Semantics/SemanticTokens.h"
+
+namespace quillo {
+
+/// Finds what a row's line of cell texts stands for (its cells and their texts), the rows that the line of column
+/// headers stands for, and the rows that have nothing to say.
+void findPassiveRowElements(const RenderContext& context, SemanticTokenizer& tokenizer, RenderPlan& plan);
+
+}  // namespace quillo
