@@ -54,7 +54,6 @@ std::optional<AtspiApplication> AtspiApplication::find(AtspiBus& bus, AtspiObjec
   AtspiApplication found(bus, objects, reader, control, std::move(roots));
   found.identifyToolkit();
   found.readWindows();
-  if (reader.toolkit() == AtspiToolkit::chromium) found.awaitTree();
   return found;
 }
 
@@ -83,6 +82,12 @@ void AtspiApplication::readWindows() {
     const AtspiNodeRecord* record = reader_.knownRecord(window);
     return record == nullptr || record->error != AccessibilityErrorCode::success;
   });
+}
+
+void AtspiApplication::prepareTree() {
+  if (isTreePrepared_) return;
+  isTreePrepared_ = true;
+  if (reader_.toolkit() == AtspiToolkit::chromium) awaitTree();
 }
 
 void AtspiApplication::awaitTree() {
@@ -160,6 +165,7 @@ std::optional<std::uint64_t> AtspiApplication::bestFocused(const std::vector<std
 }
 
 std::optional<std::uint64_t> AtspiApplication::focusedElement(std::size_t maximumCount) {
+  prepareTree();
   const auto window = focusedWindow();
   if (!window) return std::nullopt;
   const AtspiNodeRecord* record = reader_.knownRecord(*window);

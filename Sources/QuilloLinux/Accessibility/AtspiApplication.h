@@ -23,11 +23,14 @@ class AtspiApplication {
 
   std::uint64_t token() const { return roots_.front(); }
 
-  /// The top-level windows, read. Where a toolkit builds its tree only on demand, waits (at most 1.5 seconds) until it
-  /// has done so.
+  /// The top-level windows, read.
   const std::vector<std::uint64_t>& windows() const { return windows_; }
 
   std::optional<std::uint64_t> focusedWindow() const;
+
+  /// To be called before more than the windows is read. Where a toolkit builds its tree only on demand, waits (at most
+  /// 1.5 seconds, once) until it has done so.
+  void prepareTree();
 
   /// The element that has the focus inside the focused window. Reads the whole window where the toolkit cannot be
   /// asked.
@@ -50,6 +53,7 @@ class AtspiApplication {
   const AccessibilityCaptureControl& control_;
   std::vector<std::uint64_t> roots_;  // one for each connection that the process has
   std::vector<std::uint64_t> windows_;
+  bool isTreePrepared_ = false;
 };
 
 }  // namespace quillo

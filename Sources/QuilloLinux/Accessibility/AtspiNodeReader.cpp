@@ -94,8 +94,6 @@ void AtspiNodeReader::readBase(const std::shared_ptr<Reading>& reading) {
   get(reading, accessible, "Name", [&record](const AtspiReply& reply) { record.name = reply.text().value_or(""); });
   get(reading, accessible, "Description",
       [&record](const AtspiReply& reply) { record.description = reply.text().value_or(""); });
-  ask(reading, component, "GetExtents", screenCoordinates,
-      [&record](const AtspiReply& reply) { record.extents = reply.extents(); });
 }
 
 void AtspiNodeReader::readByRole(const std::shared_ptr<Reading>& reading) {
@@ -104,6 +102,11 @@ void AtspiNodeReader::readByRole(const std::shared_ptr<Reading>& reading) {
   if (record.error != AccessibilityErrorCode::success) return finish(reading);
   const AtspiRole role = record.role;
 
+  // Some toolkits complain to their logs when they are asked for what an object does not have.
+  if (record.hasInterface("Component")) {
+    ask(reading, component, "GetExtents", screenCoordinates,
+        [&record](const AtspiReply& reply) { record.extents = reply.extents(); });
+  }
   const bool isPassword = role == AtspiRole::passwordText;
   const bool isEditable = record.is(AtspiState::editable);
   if (!isPassword && (mayHoldText(role) || isEditable) && record.hasInterface("Text")) {

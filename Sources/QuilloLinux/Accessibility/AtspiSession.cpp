@@ -301,6 +301,7 @@ void AtspiSession::willRead(std::span<const AccessibilityElement> upcoming) {
   if (!reader_ || upcoming.empty()) return;
   if (!hasReadWindow_) {
     hasReadWindow_ = true;
+    if (application_) application_->prepareTree();
     reader_->readTree(upcoming.front().token, readAheadCount);
   }
   std::vector<std::uint64_t> tokens;
