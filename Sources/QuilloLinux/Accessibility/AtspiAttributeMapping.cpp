@@ -18,8 +18,8 @@ using Role = AtspiRole;
 /// Builds the element attribute by attribute; each function adds what one aspect of the record tells.
 class ElementMapper {
  public:
-  ElementMapper(const AtspiNodeRecord& record, AtspiToolkit toolkit, ArtifactPoint origin)
-      : record_(record), toolkit_(toolkit), origin_(origin), names_(accessibleNames(record, toolkit)) {}
+  ElementMapper(const AtspiNodeRecord& record, AtspiToolkit toolkit, const AtspiWindowPlacement& placement)
+      : record_(record), toolkit_(toolkit), placement_(placement), names_(accessibleNames(record, toolkit)) {}
 
   AtspiMappedElement map() && {
     addRole();
@@ -258,19 +258,30 @@ class ElementMapper {
 
   void addGeometry() {
     if (!record_.extents) return;
+    if (placement_.frame) {
+      addFrame(*placement_.frame);
+      return;
+    }
     const ArtifactRect& extents = *record_.extents;
     constexpr double absent = -2147483648.0;  // what some toolkits give for what is not on the screen
     const bool isAbsent = extents.x == absent || extents.y == absent || extents.width < 0 || extents.height < 0 ||
                           extents == ArtifactRect{.x = -1, .y = -1, .width = -1, .height = -1} ||
                           extents == ArtifactRect{};
     if (isAbsent) return;
-    add("AXPosition", ArtifactPoint{.x = extents.x + origin_.x, .y = extents.y + origin_.y});
-    add("AXSize", ArtifactSize{.width = extents.width, .height = extents.height});
+    addFrame({.x = extents.x + placement_.origin.x,
+              .y = extents.y + placement_.origin.y,
+              .width = extents.width,
+              .height = extents.height});
+  }
+
+  void addFrame(const ArtifactRect& frame) {
+    add("AXPosition", ArtifactPoint{.x = frame.x, .y = frame.y});
+    add("AXSize", ArtifactSize{.width = frame.width, .height = frame.height});
   }
 
   const AtspiNodeRecord& record_;
   AtspiToolkit toolkit_;
-  ArtifactPoint origin_;
+  const AtspiWindowPlacement& placement_;
   AtspiNames names_;
   std::string_view role_;
   AtspiMappedElement element_;
@@ -285,8 +296,9 @@ const AccessibilityValue* AtspiMappedElement::attribute(std::string_view name) c
   return nullptr;
 }
 
-AtspiMappedElement mapElement(const AtspiNodeRecord& record, AtspiToolkit toolkit, ArtifactPoint origin) {
-  return ElementMapper(record, toolkit, origin).map();
+AtspiMappedElement mapElement(const AtspiNodeRecord& record, AtspiToolkit toolkit,
+                              const AtspiWindowPlacement& placement) {
+  return ElementMapper(record, toolkit, placement).map();
 }
 
 std::vector<std::string> mapActions(const std::vector<std::string>& names) {

@@ -8,6 +8,7 @@
 
 #include "QuilloCore/Capture/AccessibilityInterface.h"
 #include "QuilloLinux/Accessibility/AtspiNodeRecord.h"
+#include "QuilloLinux/Accessibility/AtspiWindowPlacement.h"
 
 namespace quillo {
 
@@ -21,8 +22,9 @@ struct AtspiMappedElement {
   const AccessibilityValue* attribute(std::string_view name) const;
 };
 
-/// Pure. `origin` is added to the application's coordinates.
-AtspiMappedElement mapElement(const AtspiNodeRecord& record, AtspiToolkit toolkit, ArtifactPoint origin);
+/// Pure.
+AtspiMappedElement mapElement(const AtspiNodeRecord& record, AtspiToolkit toolkit,
+                              const AtspiWindowPlacement& placement);
 
 /// The application's actions as accessibility actions: known names translated, noise dropped, each once.
 std::vector<std::string> mapActions(const std::vector<std::string>& names);

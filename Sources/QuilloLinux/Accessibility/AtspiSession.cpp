@@ -81,18 +81,17 @@ bool AtspiSession::isApplication(AccessibilityElement element) const {
   return application_ && element.token == application_->token();
 }
 
-ArtifactPoint AtspiSession::originFor(const AtspiNodeRecord& record) const {
+AtspiWindowPlacement AtspiSession::placementOf(const AtspiNodeRecord& record) {
   if (reader_->toolkit() != AtspiToolkit::gtk4) return {};
-  // The toolkit counts from its window's visible edge, which lies inside the frame when the window draws its own
-  // shadow.
-  ArtifactRect visible = target_.windowFrame;
-  for (const ArtifactRect& frame : target_.equivalentFrames) {
-    if (frame.width < visible.width && frame.height < visible.height) visible = frame;
+  if (isTopLevelWindow(record.role) && record.extents &&
+      (!target_.windowTitle || record.name == *target_.windowTitle)) {
+    if (const auto placement = placeWindow(*record.extents, target_)) {
+      windowOrigin_ = placement->origin;
+      return *placement;
+    }
   }
-  if (isTopLevelWindow(record.role) && record.extents) {
-    return {.x = visible.x - record.extents->x, .y = visible.y - record.extents->y};
-  }
-  return {.x = visible.x, .y = visible.y};
+  return {.origin = windowOrigin_.value_or(ArtifactPoint{.x = target_.windowFrame.x, .y = target_.windowFrame.y}),
+          .frame = {}};
 }
 
 AccessibilityResult<AtspiSession::View*> AtspiSession::view(AccessibilityElement element) {
@@ -102,7 +101,7 @@ AccessibilityResult<AtspiSession::View*> AtspiSession::view(AccessibilityElement
   if (element.token >= objects_.size()) return std::unexpected(AccessibilityErrorCode::illegalArgument);
   const AtspiNodeRecord& record = reader_->record(element.token);
   if (record.error != AccessibilityErrorCode::success) return std::unexpected(record.error);
-  View view{mapElement(record, reader_->toolkit(), originFor(record)), std::nullopt};
+  View view{mapElement(record, reader_->toolkit(), placementOf(record)), std::nullopt};
   return &views_.emplace(element.token, std::move(view)).first->second;
 }
 

@@ -15,6 +15,7 @@
 #include "QuilloLinux/Accessibility/AtspiBus.h"
 #include "QuilloLinux/Accessibility/AtspiNodeReader.h"
 #include "QuilloLinux/Accessibility/AtspiObject.h"
+#include "QuilloLinux/Accessibility/AtspiWindowPlacement.h"
 
 namespace quillo {
 
@@ -65,7 +66,7 @@ class AtspiSession final : public AccessibilitySession {
   std::vector<AccessibilityElement> rowsOf(std::span<const std::uint64_t> cells);
   AccessibilityResult<AccessibilityValue> applicationValue(std::string_view name);
   bool isApplication(AccessibilityElement element) const;
-  ArtifactPoint originFor(const AtspiNodeRecord& record) const;
+  AtspiWindowPlacement placementOf(const AtspiNodeRecord& record);
 
   std::unique_ptr<AtspiBus> bus_;
   WindowCaptureTarget target_;
@@ -76,6 +77,7 @@ class AtspiSession final : public AccessibilitySession {
   std::unordered_map<std::uint64_t, View> views_;
   std::vector<MadeRow> madeRows_;
   std::int64_t unreadHiddenCount_ = 0;
+  std::optional<ArtifactPoint> windowOrigin_;  // where the toolkit counts in its window, once the window was seen
   bool hasReadWindow_ = false;
 };
 
