@@ -1,0 +1,34 @@
+#include "QuilloCore/Artifacts/ArtifactRepository.h"
+
+#include <utility>
+
+namespace quillo {
+
+ArtifactRepository::ArtifactRepository(ArtifactStore store) : store_(std::move(store)), queue_("artifacts") {}
+
+Task<> ArtifactRepository::prepare() {
+  return queue_.run([this] { store_.prepare(); });
+}
+
+Task<std::vector<StoredArtifact>> ArtifactRepository::list(ListingDetail detail) {
+  return queue_.run([this, detail] { return store_.list(detail); });
+}
+
+Task<StoredArtifact> ArtifactRepository::create(ContextArtifactDraft draft) {
+  return queue_.run([this, draft = std::move(draft)] { return store_.create(draft); });
+}
+
+Task<LoadedArtifact> ArtifactRepository::load(UUID id) {
+  return queue_.run([this, id] { return store_.load(id); });
+}
+
+Task<StoredArtifact> ArtifactRepository::update(StoredArtifact stored, ArtifactManifest manifest) {
+  return queue_.run(
+      [this, stored = std::move(stored), manifest = std::move(manifest)] { return store_.update(stored, manifest); });
+}
+
+Task<std::optional<std::filesystem::path>> ArtifactRepository::moveToTrash(UUID id) {
+  return queue_.run([this, id] { return store_.moveToTrash(id); });
+}
+
+}  // namespace quillo
