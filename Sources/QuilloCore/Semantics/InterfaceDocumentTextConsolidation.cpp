@@ -2,11 +2,11 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "QuilloCore/Semantics/InterfaceRetention.h"
+#include "QuilloCore/Semantics/SubstringIndex.h"
 #include "QuilloCore/Support/WhiteSpace.h"
 
 namespace quillo {
@@ -14,37 +14,10 @@ namespace {
 
 using Role = InterfaceSemanticRole;
 
-/// An owner's text with its white space collapsed, once for all the questions about it.
-class CoveringText {
- public:
-  explicit CoveringText(std::string_view text) : text_(collapsingWhiteSpace(text)) {}
-
-  bool covers(std::string_view other) {
-    const std::string sought = collapsingWhiteSpace(other);
-    if (sought.empty()) return true;
-    // Nested owners mostly come in the order of their texts, so the last hit is the best place to go on.
-    std::size_t found = text_.find(sought, cursor_);
-    if (found == std::string::npos && cursor_ > 0) found = text_.find(sought);
-    if (found == std::string::npos) return false;
-    cursor_ = found;
-    return true;
-  }
-
- private:
-  std::string text_;
-  std::size_t cursor_ = 0;
-};
-
 bool ownsText(const InterfaceElement& element) {
   const bool isOwner =
       element.role == Role::document || element.role == Role::webArea || element.role == Role::textArea;
   return isOwner && element.content;
-}
-
-bool isEmptyContainer(const InterfaceDraftElement& draft) {
-  const Role role = draft.element.role;
-  const bool isContainer = role == Role::group || role == Role::section || role == Role::unknown;
-  return isContainer && draft.children.empty() && !hasIndependentRowState(draft.element) && !hasText(draft.element);
 }
 
 struct Frame {
@@ -58,15 +31,16 @@ struct Frame {
 }  // namespace
 
 void consolidateAuthoritativeDocumentText(InterfaceDraftTree& tree) {
-  std::vector<CoveringText> coveringTexts;
+  std::vector<SubstringIndex> coveringTexts;  // with collapsed white space
   const auto enter = [&](InterfaceDraftIndex index, std::optional<std::size_t> inherited) {
     InterfaceElement& element = tree[index].element;
     Frame frame{.index = index, .inherited = inherited, .covering = inherited};
     if (ownsText(element)) {
-      if (inherited && coveringTexts[*inherited].covers(*element.content)) {
+      std::string text = collapsingWhiteSpace(*element.content);
+      if (inherited && coveringTexts[*inherited].contains(text)) {
         element.content.reset();
       } else {
-        coveringTexts.emplace_back(*element.content);
+        coveringTexts.emplace_back(std::move(text));
         frame.covering = coveringTexts.size() - 1;
       }
     }
@@ -84,7 +58,7 @@ void consolidateAuthoritativeDocumentText(InterfaceDraftTree& tree) {
     }
     children.resize(frame.keptChildren);
     const InterfaceDraftIndex done = frame.index;
-    const bool isRemoved = frame.inherited && isEmptyContainer(tree[done]);
+    const bool isRemoved = frame.inherited && tree[done].children.empty() && isBareContainer(tree[done].element);
     path.pop_back();
     if (path.empty()) return;
     Frame& parent = path.back();

@@ -57,11 +57,19 @@ bool hasText(const InterfaceElement& element) {
          element.placeholder;
 }
 
-bool hasIndependentRowState(const InterfaceElement& element) {
-  const InterfaceElementState& state = element.state;
+bool hasIndependentState(const InterfaceElementState& state) {
   return isTrue(state.focused) || isTrue(state.selected) || state.expanded || state.checked || state.enabled == false ||
          isTrue(state.required) || isTrue(state.modal) || isTrue(state.busy) || isTrue(state.invalid) ||
-         isTrue(state.edited) || !element.actions.empty() || !element.identifiers.empty();
+         isTrue(state.edited);
+}
+
+bool hasIndependentRowState(const InterfaceElement& element) {
+  return hasIndependentState(element.state) || !element.actions.empty() || !element.identifiers.empty();
+}
+
+bool isBareContainer(const InterfaceElement& element) {
+  const bool isContainer = element.role == group || element.role == section || element.role == unknown;
+  return isContainer && !hasIndependentRowState(element) && !hasText(element);
 }
 
 bool shouldRetain(const InterfaceElement& element, std::size_t retainedChildCount, bool isSourceRoot) {

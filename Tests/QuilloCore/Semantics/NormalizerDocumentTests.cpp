@@ -1,0 +1,115 @@
+// Document-text consolidation: the outermost owner that contains a nested owner's text keeps it.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "QuilloCore/Semantics/AccessibilitySemanticNormalizer.h"
+#include "Tests/Support/ObservationText.h"
+#include "Tests/Support/SnapshotBuilder.h"
+
+namespace quillo::test {
+namespace {
+
+struct Case {
+  std::string_view label;
+  std::string_view notation;
+  std::string_view expected;
+};
+
+void expectCases(const std::vector<Case>& cases) {
+  for (const Case& one : cases) {
+    const auto observation = AccessibilitySemanticNormalizer::normalize(
+        makeSnapshot(one.notation), {.synthesizeApplicationRoot = false, .inferConservativeActions = false});
+    EXPECT_EQ(describe(observation), one.expected) << one.label;
+    EXPECT_EQ(findViolation(observation), "") << one.label;
+  }
+}
+
+TEST(NormalizerDocument, nestedTextIsRemovedWhereTheOuterTextContainsIt) {
+  expectCases({
+      {"white space aside, and as a substring even of a word",
+       "webArea text='one  two\\n three'\n"
+       "  document text='two three'\n"
+       "  textArea text='wo\u00a0thr'\n"
+       "  document text='three two'\n",
+       "0 webArea content=\"one  two\\n three\"\n"
+       "  1 document\n"
+       "  2 textArea\n"
+       "  3 document content=\"three two\"\n"},
+      {"a text that is not contained covers its own descendants, the outer one the siblings",
+       "webArea text='a b'\n"
+       "  document text='c d'\n"
+       "    document text='d'\n"
+       "    document text='a'\n"
+       "  document text='b'\n"
+       "    document text='a b'\n",
+       "0 webArea content=\"a b\"\n"
+       "  1 document content=\"c d\"\n"
+       "    2 document\n"
+       "    3 document content=\"a\"\n"
+       "  4 document\n"
+       "    5 document\n"},
+      {"only documents, web areas and editors own texts",
+       "webArea text='a b'\n"
+       "  text value='a'\n"
+       "  textField value='b'\n"
+       "  group help='a'\n",
+       "0 webArea content=\"a b\"\n"
+       "  1 text value=\"a\"\n"
+       "  2 textField value=\"b\"\n"
+       "  3 group help=\"a\"\n"},
+  });
+}
+
+TEST(NormalizerDocument, bareContainersUnderAnOwnerVanish) {
+  expectCases({
+      {"only under a covering text, when nothing is in them and they say nothing",
+       "window\n"
+       "  group AXRoleDescription=part\n"
+       "  webArea text='a'\n"
+       "    group AXRoleDescription=part\n"
+       "      group AXRoleDescription=part\n"
+       "        unknown AXRoleDescription=part\n"
+       "    group AXRoleDescription=part\n"
+       "      button 'b'\n"
+       "    group AXRoleDescription=part [disabled]\n"
+       "    group AXRoleDescription=part AXDOMIdentifier=main\n"
+       "    list AXRoleDescription=part\n",
+       "0 window\n"
+       "  1 group roleDescription=\"part\"\n"
+       "  2 webArea content=\"a\"\n"
+       "    6 group roleDescription=\"part\"\n"
+       "      7 button \"b\"\n"
+       "    8 group !enabled roleDescription=\"part\"\n"
+       "    9 section roleDescription=\"part\" #dom:main\n"
+       "    10 list roleDescription=\"part\"\n"},
+  });
+}
+
+TEST(NormalizerDocument, manyOwnersUnderALongTextTakeLinearTime) {
+  constexpr int count = 20'000;
+  std::string all;
+  AccessibilitySnapshot snapshot = makeSnapshot("webArea\n");
+  for (std::int64_t id = 1; id <= count; ++id) {
+    const std::string words = "word " + std::to_string(id * id % 99'991);
+    all += words + "\n";
+    AccessibilityNode& node = snapshot.nodes.emplace_back();
+    node.id = id;
+    node.role = "AXTextArea";
+    node.attributes = {{"AXFullText", id % 2 == 0 ? words : "un" + words}};
+    snapshot.nodes.front().childIDs.insert(snapshot.nodes.front().childIDs.begin(), id);  // against the text's order
+  }
+  snapshot.nodes.front().attributes = {{"AXFullText", all}};
+  snapshot.deriveFields();
+  const auto observation = AccessibilitySemanticNormalizer::normalize(snapshot, {});
+  ASSERT_EQ(observation.elements.size(), count + 2);
+  int kept = 0;
+  for (std::size_t i = 2; i < observation.elements.size(); ++i) kept += observation.elements[i].content ? 1 : 0;
+  EXPECT_EQ(kept, count / 2);
+}
+
+}  // namespace
+}  // namespace quillo::test
