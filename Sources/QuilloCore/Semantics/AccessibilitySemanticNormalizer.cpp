@@ -62,6 +62,7 @@ struct DraftList {
   std::uint32_t first = none;
   std::uint32_t last = none;
   std::uint32_t count = 0;
+  std::uint32_t elementCount = 0;  // without the empty cells
 };
 
 /// Depth-first over the node graph; each node yields at most one element, at its first reference.
@@ -130,12 +131,25 @@ class GraphWalk {
     path_.pop_back();
     isActive_[frame.position] = false;
     const AccessibilityNode& node = snapshot_.nodes[frame.position];
-    InterfaceElement element = makeElement(node, frame.results.count, context_);
-    if (!shouldRetain(element, frame.results.count, node.id == snapshot_.rootID)) return frame.results;
-    const auto draft = static_cast<InterfaceDraftIndex>(tree_.drafts.size());
-    tree_.drafts.push_back({std::move(element), members(frame.results)});
+    const std::uint32_t retainedChildCount = frame.results.elementCount;
+    InterfaceElement element = makeElement(node, retainedChildCount, context_);
+    if (shouldRetain(element, retainedChildCount, node.id == snapshot_.rootID)) {
+      return add({.element = std::move(element), .children = members(frame.results)}, 1);
+    }
+    const bool isEmptyCell = element.role == InterfaceSemanticRole::cell && retainedChildCount == 0;
+    if (!isEmptyCell) return frame.results;
+    InterfaceDraftElement place;
+    place.element.role = InterfaceSemanticRole::cell;
+    place.element.accessibilitySubrole = std::move(element.accessibilitySubrole);
+    place.isEmptyCell = true;
+    return add(std::move(place), 0);
+  }
+
+  DraftList add(InterfaceDraftElement draft, std::uint32_t elementCount) {
+    const auto index = static_cast<InterfaceDraftIndex>(tree_.drafts.size());
+    tree_.drafts.push_back(std::move(draft));
     next_.push_back(none);
-    return {.first = draft, .last = draft, .count = 1};
+    return {.first = index, .last = index, .count = 1, .elementCount = elementCount};
   }
 
   void append(DraftList& list, const DraftList& more) {
@@ -147,6 +161,7 @@ class GraphWalk {
     next_[list.last] = more.first;
     list.last = more.last;
     list.count += more.count;
+    list.elementCount += more.elementCount;
   }
 
   std::vector<InterfaceDraftIndex> members(const DraftList& list) const {
@@ -196,11 +211,19 @@ void selectRoot(InterfaceDraftTree& tree, std::vector<InterfaceDraftIndex> topLe
   tree.drafts.push_back({makeSyntheticRoot(), std::move(topLevel)});
 }
 
+std::int64_t countRepresentedNodes(const InterfaceDraftTree& tree) {
+  std::int64_t count = 0;
+  for (InterfaceDraftPreorder walk(tree, tree.root); !walk.isAtEnd();) {
+    if (tree[walk.next()].element.sourceNodeID) ++count;
+  }
+  return count;
+}
+
 std::vector<InterfaceElement> flatten(InterfaceDraftTree& tree) {
   std::vector<InterfaceElement> elements;
   tree[tree.root].element.depth = 0;
-  for (const InterfaceDraftIndex index : preorder(tree, tree.root)) {
-    InterfaceDraftElement& draft = tree[index];
+  for (InterfaceDraftPreorder walk(tree, tree.root); !walk.isAtEnd();) {
+    InterfaceDraftElement& draft = tree[walk.next()];
     draft.element.childIDs.reserve(draft.children.size());
     for (const InterfaceDraftIndex child : draft.children) {
       InterfaceElement& childElement = tree[child].element;
@@ -233,11 +256,10 @@ InterfaceObservation normalize(const AccessibilitySnapshot& snapshot, InterfaceN
   GraphWalk walk(snapshot, index, context);
   std::vector<InterfaceDraftIndex> topLevel = walk.run();
   InterfaceDraftTree tree = walk.takeTree();
+  std::erase_if(topLevel, [&](InterfaceDraftIndex draft) { return tree[draft].isEmptyCell; });
   selectRoot(tree, std::move(topLevel), options.synthesizeApplicationRoot, snapshot.rootID);
 
-  const std::int64_t representedNodes =
-      std::ranges::count_if(preorder(tree, tree.root),
-                            [&](InterfaceDraftIndex draft) { return tree[draft].element.sourceNodeID.has_value(); });
+  const std::int64_t representedNodes = countRepresentedNodes(tree);
   aggregateTabularStructures(tree);
   consolidateAuthoritativeDocumentText(tree);
 

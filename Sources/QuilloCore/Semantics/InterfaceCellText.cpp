@@ -1,31 +1,47 @@
 #include "QuilloCore/Semantics/InterfaceCellText.h"
 
+#include <optional>
+#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "QuilloCore/Semantics/WholeWords.h"
+#include "QuilloCore/Support/NumberFormatting.h"
 #include "QuilloCore/Support/WhiteSpace.h"
 
 namespace quillo {
 namespace {
 
-/// Of two accounts of the same thing the one that holds the other; else both.
-std::string joined(std::string first, std::string second) {
-  if (second.empty() || first.find(second) != std::string::npos) return first;
-  if (first.empty() || second.find(first) != std::string::npos) return second;
-  first += ' ';
-  first += second;
-  return first;
+using Role = InterfaceSemanticRole;
+
+bool showsItsValue(Role role) {
+  return role == Role::text || role == Role::cell || role == Role::heading;
+}
+
+/// The value where it is what one reads on the screen.
+std::optional<std::string> valueText(const InterfaceElement& element) {
+  if (!element.value) return std::nullopt;
+  if (const auto* text = std::get_if<std::string>(&*element.value)) return collapsingWhiteSpace(*text);
+  if (!showsItsValue(element.role)) return std::nullopt;
+  if (const auto* integer = std::get_if<std::int64_t>(&*element.value)) return std::to_string(*integer);
+  if (const auto* number = std::get_if<double>(&*element.value)) return formatNumber(*number);
+  return std::nullopt;
+}
+
+void addDistinct(std::string& text, std::string more) {
+  if (more.empty() || holdsWords(text, more)) return;
+  if (text.empty() || holdsWords(more, text)) {
+    text = std::move(more);
+  } else {
+    text.append(" ").append(more);
+  }
 }
 
 std::string ownText(const InterfaceElement& element) {
   std::string text;
   if (element.label) text = collapsingWhiteSpace(*element.label);
-  if (element.value) {
-    if (const auto* value = std::get_if<std::string>(&*element.value)) {
-      text = joined(std::move(text), collapsingWhiteSpace(*value));
-    }
-  }
-  if (text.empty() && element.description) text = collapsingWhiteSpace(*element.description);
+  if (auto value = valueText(element)) addDistinct(text, *std::move(value));
+  if (element.description) addDistinct(text, collapsingWhiteSpace(*element.description));
   return text;
 }
 
@@ -33,32 +49,75 @@ bool contributes(const InterfaceElement& element) {
   return !element.isProtected && element.visibility != InterfaceVisibility::hidden;
 }
 
-struct Frame {
-  InterfaceDraftIndex index;
-  std::size_t nextChild = 0;
-  std::string childText = {};
+/// Collects the texts of a subtree in one buffer: an element's own text, then its children's.
+class CellTextCollector {
+ public:
+  explicit CellTextCollector(const InterfaceDraftTree& tree) : tree_(tree) {}
+
+  std::string collect(InterfaceDraftIndex cell) && {
+    enter(cell);
+    while (!path_.empty()) {
+      Frame& frame = path_.back();
+      const auto& children = tree_[frame.index].children;
+      if (frame.nextChild < children.size()) {
+        enter(children[frame.nextChild++]);
+      } else {
+        leave();
+      }
+    }
+    return std::move(text_);
+  }
+
+ private:
+  struct Frame {
+    InterfaceDraftIndex index;
+    std::size_t ownBegin;
+    std::size_t ownEnd;
+    std::size_t nextChild = 0;
+  };
+
+  void enter(InterfaceDraftIndex index) {
+    const InterfaceElement& element = tree_[index].element;
+    if (!contributes(element)) return;
+    const std::string own = ownText(element);
+    if (!own.empty() && !text_.empty()) text_ += ' ';
+    path_.push_back({.index = index, .ownBegin = text_.size(), .ownEnd = text_.size() + own.size()});
+    text_ += own;
+  }
+
+  void leave() {
+    const Frame frame = path_.back();
+    path_.pop_back();
+    const std::size_t ownSize = frame.ownEnd - frame.ownBegin;
+    if (ownSize == 0 || text_.size() <= frame.ownEnd) return;
+    const std::string_view own = std::string_view(text_).substr(frame.ownBegin, ownSize);
+    const std::string_view children = std::string_view(text_).substr(frame.ownEnd + 1);
+    // A name is compared with a longer text only up to a multiple of its length, so that a deep chain of short names
+    // around a long text takes linear time.
+    constexpr std::size_t multiple = 16;
+    constexpr std::size_t always = 4096;
+    if (holdsWords(own, children)) {
+      text_.resize(frame.ownEnd);
+    } else if (children.size() <= multiple * ownSize + always && holdsWords(children, own)) {
+      text_.erase(frame.ownBegin, ownSize + 1);
+    }
+  }
+
+  const InterfaceDraftTree& tree_;
+  std::string text_;
+  std::vector<Frame> path_;
 };
 
 }  // namespace
 
 std::string cellText(const InterfaceDraftTree& tree, InterfaceDraftIndex cell) {
-  if (!contributes(tree[cell].element)) return {};
-  std::vector<Frame> path = {{.index = cell}};
-  while (true) {
-    Frame& frame = path.back();
-    const InterfaceDraftElement& draft = tree[frame.index];
-    if (frame.nextChild < draft.children.size()) {
-      const InterfaceDraftIndex child = draft.children[frame.nextChild++];
-      if (contributes(tree[child].element)) path.push_back({.index = child});
-      continue;
-    }
-    std::string text = joined(ownText(draft.element), std::move(frame.childText));
-    path.pop_back();
-    if (path.empty()) return text;
-    std::string& siblings = path.back().childText;
-    if (!siblings.empty() && !text.empty()) siblings += ' ';
-    siblings += text;
-  }
+  return CellTextCollector(tree).collect(cell);
+}
+
+bool saysMoreThanCellText(const InterfaceElement& element) {
+  const bool hasOtherValue = element.value && !valueText(element);
+  return element.help || element.placeholder || element.properties.valueDescription || element.properties.url ||
+         hasOtherValue;
 }
 
 }  // namespace quillo

@@ -2,17 +2,13 @@
 
 namespace quillo {
 
-std::vector<InterfaceDraftIndex> preorder(const InterfaceDraftTree& tree, InterfaceDraftIndex start) {
-  std::vector<InterfaceDraftIndex> order;
-  std::vector<InterfaceDraftIndex> pending = {start};
-  while (!pending.empty()) {
-    const InterfaceDraftIndex index = pending.back();
-    pending.pop_back();
-    order.push_back(index);
-    const auto& children = tree[index].children;
-    pending.insert(pending.end(), children.rbegin(), children.rend());
-  }
-  return order;
+InterfaceDraftIndex InterfaceDraftPreorder::next() {
+  const InterfaceDraftIndex index = pending_.back();
+  pending_.pop_back();
+  pendingBeforeChildren_ = pending_.size();
+  const auto& children = tree_[index].children;
+  pending_.insert(pending_.end(), children.rbegin(), children.rend());
+  return index;
 }
 
 }  // namespace quillo

@@ -1,222 +1,222 @@
 #include "QuilloCore/Semantics/InterfaceTableAggregation.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <ranges>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "QuilloCore/Semantics/InterfaceCellText.h"
 #include "QuilloCore/Semantics/InterfaceRetention.h"
+#include "QuilloCore/Semantics/InterfaceTableSurvey.h"
+#include "QuilloCore/Semantics/WholeWords.h"
 
 namespace quillo {
 namespace {
 
 using Role = InterfaceSemanticRole;
 using Index = InterfaceDraftIndex;
+using Texts = std::vector<std::string>;
 
-bool isTabular(Role role) {
-  return role == Role::table || role == Role::tree;
-}
-bool isRow(Role role) {
-  return role == Role::row || role == Role::treeItem;
+bool isLeftOutOfTexts(const InterfaceElement& element) {
+  return element.isProtected || element.visibility == InterfaceVisibility::hidden;
 }
 
-bool isHeaderCell(const InterfaceElement& element) {
-  return element.role == Role::cell && element.accessibilitySubrole == "AXColumnHeader";
+/// Such elements stay with everything below them.
+bool isKeptWhole(const InterfaceElement& element) {
+  return isLeftOutOfTexts(element) || isTabularRow(element.role) || isStructure(element.role);
 }
 
-/// Structure that a cell's text cannot stand for. Tables that only lay out a page are full of it.
-bool isStructure(Role role) {
-  switch (role) {
-    case Role::table:
-    case Role::tree:
-    case Role::list:
-    case Role::heading:
-    case Role::document:
-    case Role::webArea:
-    case Role::textArea:
-    case Role::tabGroup:
-    case Role::toolbar:
-    case Role::navigation:
-    case Role::menu:
-    case Role::menuBar: return true;
-    default: return false;
+bool standsBesideTexts(const InterfaceElement& element, bool isRowSelected) {
+  InterfaceElementState state = element.state;
+  // Toolkits that select rows mark each of their cells.
+  if (isRowSelected && element.role == Role::cell) state.selected.reset();
+  return hasIndependentState(state) || !element.actions.empty() || !element.identifiers.empty() ||
+         saysMoreThanCellText(element);
+}
+
+std::string joined(const Texts& texts) {
+  std::string all;
+  for (const std::string& text : texts) {
+    if (!text.empty()) all += (all.empty() ? "" : " ") + text;
   }
+  return all;
 }
-
-/// What must stand beside the aggregated values: state of its own, and what the row's texts would misrepresent.
-bool standsBesideRow(const InterfaceElement& element) {
-  return hasIndependentRowState(element) || element.isProtected || element.visibility == InterfaceVisibility::hidden;
-}
-
-/// One table or outline with the rows and header cells that are its own and not a nested table's.
-struct Table {
-  Index index = 0;
-  std::vector<Index> rows;
-  std::vector<Index> columns;
-  std::vector<std::vector<Index>> rowCells;  // for each row; empty when the row cannot be aggregated
-  std::vector<Index> looseHeaderCells;       // header cells outside any row
-};
 
 class Aggregation {
  public:
-  explicit Aggregation(InterfaceDraftTree& tree) : tree_(tree) {}
+  explicit Aggregation(InterfaceDraftTree& tree) : tree_(tree), removals_(tree.drafts.size(), Removal::none) {}
 
   void run() {
-    for (const Index index : preorder(tree_, tree_.root)) {
-      if (isTabular(tree_[index].element.role)) tables_.push_back(index);
+    std::vector<Index> tables;
+    for (InterfaceDraftPreorder walk(tree_, tree_.root); !walk.isAtEnd();) {
+      const Index index = walk.next();
+      if (isTabular(tree_[index].element.role)) tables.push_back(index);
     }
-    // Inner tables first: an outer row that holds one is left as it is.
-    for (auto table = tables_.rbegin(); table != tables_.rend(); ++table) aggregate(*table);
+    for (const Index table : tables) aggregate(surveyTable(tree_, table));
+    removeAbsorbed();
   }
 
  private:
-  Table survey(Index index) const {
-    struct Visit {
-      Index index;
-      bool isInRow;
-    };
-    Table table;
-    table.index = index;
-    std::vector<Visit> pending;
-    const auto push = [&](const std::vector<Index>& children, bool isInRow) {
-      for (auto child = children.rbegin(); child != children.rend(); ++child) pending.push_back({*child, isInRow});
-    };
-    push(tree_[index].children, false);
-    while (!pending.empty()) {
-      const Visit visit = pending.back();
-      pending.pop_back();
-      const InterfaceDraftElement& draft = tree_[visit.index];
-      const Role role = draft.element.role;
-      if (isTabular(role)) continue;
-      if (role == Role::cell) {
-        if (!visit.isInRow && isHeaderCell(draft.element)) table.looseHeaderCells.push_back(visit.index);
-        continue;
-      }
-      if (isRow(role)) {
-        table.rows.push_back(visit.index);
-        table.rowCells.push_back(cellsOfRow(visit.index));
-      }
-      if (role == Role::column) table.columns.push_back(visit.index);
-      push(draft.children, visit.isInRow || isRow(role));
-    }
-    return table;
-  }
+  enum class Removal : std::uint8_t { none, whenEmpty, always };
 
-  /// The row's outermost cells in source order, none inside a nested row; empty when one of them is more than text.
-  std::vector<Index> cellsOfRow(Index row) const {
-    std::vector<Index> cells;
-    std::vector<Index> pending(tree_[row].children.rbegin(), tree_[row].children.rend());
-    while (!pending.empty()) {
-      const Index current = pending.back();
-      pending.pop_back();
-      const InterfaceDraftElement& draft = tree_[current];
-      if (draft.element.role == Role::cell) {
-        if (holdsStructure(current)) return {};
-        cells.push_back(current);
-        continue;
-      }
-      if (isRow(draft.element.role) || isStructure(draft.element.role)) continue;
-      pending.insert(pending.end(), draft.children.rbegin(), draft.children.rend());
-    }
-    return cells;
-  }
+  struct Row {
+    InterfaceTableRow survey;
+    Texts texts;  // one for each cell, when they can stand for the cells
+    bool isHeader = false;
+  };
 
-  bool holdsStructure(Index cell) const {
-    return std::ranges::any_of(preorder(tree_, cell), [&](Index index) {
-      const Role role = tree_[index].element.role;
-      return isStructure(role) || isRow(role);
-    });
-  }
-
-  std::vector<std::string> textsOf(const std::vector<Index>& cells) const {
-    std::vector<std::string> texts;
+  Texts textsOf(const std::vector<Index>& cells) const {
+    Texts texts;
     texts.reserve(cells.size());
     for (const Index cell : cells) texts.push_back(cellText(tree_, cell));
     return texts;
   }
 
-  bool isHeaderRow(const std::vector<Index>& cells) const {
-    return !cells.empty() && std::ranges::all_of(cells, [&](Index cell) { return isHeaderCell(tree_[cell].element); });
+  /// Header cells, apart from empty corners.
+  bool isHeaderRow(const Row& row) const {
+    bool hasHeader = false;
+    for (std::size_t i = 0; i < row.texts.size(); ++i) {
+      const bool isHeader = isColumnHeaderCell(tree_[row.survey.cells[i]].element);
+      if (!isHeader && !row.texts[i].empty()) return false;
+      hasHeader = hasHeader || isHeader;
+    }
+    return hasHeader;
   }
 
-  /// From the first header row, else from header cells outside the rows, else from the columns' labels.
-  std::vector<std::string> headersOf(const Table& table) const {
-    for (const auto& cells : table.rowCells) {
-      if (isHeaderRow(cells)) return textsOf(cells);
+  /// Whether a row before the next header row has as many cells; a header that spans columns names none of them.
+  static bool namesColumns(const std::vector<Row>& rows, std::size_t header) {
+    for (std::size_t i = header + 1; i < rows.size() && !rows[i].isHeader; ++i) {
+      if (rows[i].texts.size() == rows[header].texts.size()) return true;
     }
+    return false;
+  }
+
+  Texts headersOutsideRows(const InterfaceTable& table) const {
     if (!table.looseHeaderCells.empty()) return textsOf(table.looseHeaderCells);
-    std::vector<std::string> labels;
+    Texts labels;
     for (const Index column : table.columns) labels.push_back(tree_[column].element.label.value_or(""));
-    return std::ranges::all_of(labels, &std::string::empty) ? std::vector<std::string>{} : labels;
+    return std::ranges::all_of(labels, &std::string::empty) ? Texts{} : labels;
   }
 
-  void aggregate(Index index) {
-    const Table table = survey(index);
-    const std::vector<std::string> headers = headersOf(table);
-    bool anyRowCarriesHeaders = false;
-    for (std::size_t i = 0; i < table.rows.size(); ++i) {
-      if (table.rowCells[i].empty()) continue;
-      InterfaceElementProperties& properties = tree_[table.rows[i]].element.properties;
-      properties.rowValues = textsOf(table.rowCells[i]);
-      if (!headers.empty()) {
-        properties.columnHeaders = headers;
-        anyRowCarriesHeaders = true;
-      }
-      pruneRow(table.rows[i]);
+  void aggregate(InterfaceTable table) {
+    std::vector<Row> rows;
+    rows.reserve(table.rows.size());
+    for (InterfaceTableRow& survey : table.rows) {
+      Row& row = rows.emplace_back(std::move(survey));
+      if (row.survey.isText) row.texts = textsOf(row.survey.cells);
+      row.isHeader = isHeaderRow(row);
     }
-    if (anyRowCarriesHeaders && !table.looseHeaderCells.empty()) removeStatelessHeaders(table);
+
+    Texts headers = headersOutsideRows(table);
+    std::string carriedHeaders;
+    bool isCarried = false;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      Row& row = rows[i];
+      if (!row.survey.isText) continue;
+      InterfaceElementProperties& properties = tree_[row.survey.index].element.properties;
+      if (row.isHeader && namesColumns(rows, i)) {
+        headers = std::move(row.texts);
+        isCarried = false;
+        properties.columnHeaders = headers;
+        absorbHeaderRow(row.survey.index);
+      } else {
+        properties.rowValues = std::move(row.texts);
+        if (!headers.empty()) properties.columnHeaders = headers;
+        if (!isCarried) carriedHeaders.append(" ").append(joined(headers));
+        isCarried = true;
+      }
+      pruneRow(row.survey.index);
+    }
+    absorbHeadersOutsideRows(table, carriedHeaders);
   }
 
-  /// Keeps, in source order, the outermost descendants that stand beside the values; nested rows stay with all they
-  /// hold.
+  /// Its cells' texts are the headers of the rows below.
+  void absorbHeaderRow(Index row) {
+    const InterfaceElement& element = tree_[row].element;
+    const bool addsWords = element.label && !holdsWords(joined(*element.properties.columnHeaders), *element.label);
+    if (!addsWords && !isLeftOutOfTexts(element) && !standsBesideTexts(element, false)) {
+      removals_[row] = Removal::whenEmpty;
+    }
+  }
+
+  void absorbHeadersOutsideRows(const InterfaceTable& table, std::string_view carriedHeaders) {
+    for (const Index cell : table.looseHeaderCells) {
+      bool stands = false;
+      for (InterfaceDraftPreorder walk(tree_, cell); !walk.isAtEnd() && !stands;) {
+        const InterfaceElement& element = tree_[walk.next()].element;
+        stands = isLeftOutOfTexts(element) || isStructure(element.role) || standsBesideTexts(element, false);
+      }
+      if (!stands && holdsWords(carriedHeaders, cellText(tree_, cell))) removals_[cell] = Removal::always;
+    }
+    for (const Index column : table.columns) {
+      const InterfaceElement& element = tree_[column].element;
+      const bool addsWords = element.label && !holdsWords(carriedHeaders, *element.label);
+      if (!addsWords && !isLeftOutOfTexts(element) && !standsBesideTexts(element, false)) {
+        removals_[column] = Removal::whenEmpty;
+      }
+    }
+  }
+
+  /// Keeps, in source order, the outermost descendants that stand beside the row's texts. What stands outside every
+  /// cell keeps its own text, because no entry holds it.
   void pruneRow(Index row) {
     struct Visit {
       Index index;
-      bool isDone;
+      bool isInCell;
+      bool isDone = false;
     };
+    const bool isRowSelected = tree_[row].element.state.selected.value_or(false);
     std::vector<Index> kept;
     std::vector<std::size_t> starts;  // where in `kept` the results of the open elements begin
     std::vector<Visit> pending;
-    const auto push = [&](const std::vector<Index>& children) {
-      for (auto child = children.rbegin(); child != children.rend(); ++child) pending.push_back({*child, false});
+    const auto push = [&](Index parent, bool isInCell) {
+      for (const Index child : tree_[parent].children | std::views::reverse) pending.push_back({child, isInCell});
     };
-    push(tree_[row].children);
+    push(row, false);
     while (!pending.empty()) {
       const Visit visit = pending.back();
       pending.pop_back();
       InterfaceDraftElement& draft = tree_[visit.index];
+      const bool isInCell = visit.isInCell || draft.element.role == Role::cell;
       if (visit.isDone) {
         const std::size_t start = starts.back();
         starts.pop_back();
         draft.children.assign(kept.begin() + static_cast<std::ptrdiff_t>(start), kept.end());
         kept.resize(start);
         kept.push_back(visit.index);
-      } else if (isRow(draft.element.role) || isTabular(draft.element.role) || isStructure(draft.element.role)) {
+      } else if (isKeptWhole(draft.element)) {
         kept.push_back(visit.index);
-      } else if (standsBesideRow(draft.element)) {
-        starts.push_back(kept.size());
-        pending.push_back({visit.index, true});
-        push(draft.children);
       } else {
-        push(draft.children);
+        if (standsBesideTexts(draft.element, isRowSelected) || (!isInCell && hasText(draft.element))) {
+          starts.push_back(kept.size());
+          pending.push_back({visit.index, visit.isInCell, true});
+        }
+        push(visit.index, isInCell);
       }
     }
     tree_[row].children = std::move(kept);
   }
 
-  void removeStatelessHeaders(const Table& table) {
-    const auto isRedundant = [&](Index child) {
-      const InterfaceDraftElement& draft = tree_[child];
-      return isHeaderCell(draft.element) && !standsBesideRow(draft.element) &&
-             std::ranges::none_of(preorder(tree_, child),
-                                  [&](Index inner) { return standsBesideRow(tree_[inner].element); });
+  /// Containers that held nothing else go, too. Children stand before their parents in `drafts`.
+  void removeAbsorbed() {
+    const auto isRemoved = [&](Index index) {
+      return removals_[index] == Removal::always ||
+             (removals_[index] == Removal::whenEmpty && tree_[index].children.empty());
     };
-    std::erase_if(tree_[table.index].children, isRedundant);
+    for (Index index = 0; index < tree_.drafts.size(); ++index) {
+      InterfaceDraftElement& draft = tree_[index];
+      std::erase_if(draft.children, [&](Index child) { return tree_[child].isEmptyCell; });
+      if (std::erase_if(draft.children, isRemoved) > 0 && draft.children.empty() && isBareContainer(draft.element)) {
+        removals_[index] = Removal::always;
+      }
+    }
   }
 
   InterfaceDraftTree& tree_;
-  std::vector<Index> tables_;
+  std::vector<Removal> removals_;
 };
 
 }  // namespace

@@ -1,0 +1,314 @@
+// Table aggregation: every visible word of a row stands once in its texts, and only what has state of its own beside
+// them.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "QuilloCore/Semantics/AccessibilitySemanticNormalizer.h"
+#include "Tests/Support/ObservationText.h"
+#include "Tests/Support/SnapshotBuilder.h"
+
+namespace quillo::test {
+namespace {
+
+struct Case {
+  std::string_view label;
+  std::string_view notation;  // the first line is the source root
+  std::string_view expected;
+};
+
+void expectCases(const std::vector<Case>& cases) {
+  for (const Case& one : cases) {
+    const auto observation = AccessibilitySemanticNormalizer::normalize(
+        makeSnapshot(one.notation), {.synthesizeApplicationRoot = false, .inferConservativeActions = true});
+    EXPECT_EQ(describe(observation), one.expected) << one.label;
+    EXPECT_EQ(findViolation(observation), "") << one.label;
+  }
+}
+
+TEST(NormalizerTable, rowCarriesOneTextForEachOutermostCell) {
+  expectCases({
+      {"cells with names, with texts below, with both, and nested ones",
+       "table\n"
+       "  row\n"
+       "    cell 'One'\n"
+       "    group\n"
+       "      cell\n"
+       "        text value='two'\n"
+       "        group\n"
+       "          text value='parts'\n"
+       "    cell 'three  parts'\n"
+       "      text value='three'\n"
+       "      text value='parts'\n"
+       "    cell 'outer'\n"
+       "      cell 'inner'\n",
+       "0 table\n"
+       "  1 row rowValues=[\"One\", \"two parts\", \"three parts\", \"outer inner\"]\n"},
+      {"an empty cell keeps its column's place",
+       "table\n"
+       "  row\n"
+       "    cell AXEnabled=true\n"
+       "    cell 'b'\n"
+       "    group\n"
+       "      cell\n"
+       "        image\n",
+       "0 table\n"
+       "  1 row rowValues=[\"\", \"b\", \"\"]\n"},
+      {"words are compared whole",
+       "table\n"
+       "  row\n"
+       "    cell '1'\n"
+       "      text value='15'\n"
+       "    cell 'Total: 15 EUR'\n"
+       "      text value='15'\n"
+       "    cell 'Name'\n"
+       "      text 'Name:'\n",
+       "0 table\n"
+       "  1 row rowValues=[\"1 15\", \"Total: 15 EUR\", \"Name:\"]\n"},
+      {"what one reads of a number is its text",
+       "table\n"
+       "  row\n"
+       "    cell value=12\n"
+       "    cell\n"
+       "      text value=0.5\n"
+       "    cell\n"
+       "      image description='locked'\n",
+       "0 table\n"
+       "  1 row rowValues=[\"12\", \"0.5\", \"locked\"]\n"},
+      {"a row without cells is left alone",
+       "table\n"
+       "  row 'flat'\n"
+       "  row\n"
+       "    text value='loose'\n",
+       "0 table\n"
+       "  1 row \"flat\"\n"
+       "  2 row\n"
+       "    3 text value=\"loose\"\n"},
+      {"text outside the cells stays",
+       "table\n"
+       "  row\n"
+       "    text value='loose'\n"
+       "    cell 'a'\n",
+       "0 table\n"
+       "  1 row rowValues=[\"a\"]\n"
+       "    2 text value=\"loose\"\n"},
+      {"a list is no table",
+       "list\n"
+       "  row\n"
+       "    cell 'a'\n",
+       "0 list\n"
+       "  1 row\n"
+       "    2 cell \"a\"\n"},
+  });
+}
+
+TEST(NormalizerTable, onlyWhatSaysMoreThanTheTextsStaysBesideThem) {
+  expectCases({
+      {"interactive content, in source order",
+       "table\n"
+       "  row\n"
+       "    cell\n"
+       "      group\n"
+       "        link 'Site' AXURL=http://a.example/\n"
+       "        text value='by me'\n"
+       "    cell\n"
+       "      checkBox value=1\n"
+       "    cell\n"
+       "      textField value='Bob'\n",
+       "0 table\n"
+       "  1 row rowValues=[\"Site by me\", \"\", \"Bob\"]\n"
+       "    4 link \"Site\" url=\"http://a.example/\" {press?}\n"
+       "    7 checkbox value=1 checked:on {toggle?}\n"
+       "    9 textField value=\"Bob\" {edit? focus?}\n"},
+      {"state, identifiers, help and values that are no text",
+       "table\n"
+       "  row\n"
+       "    cell 'a' id=first\n"
+       "    cell 'b' [disabled]\n"
+       "    cell 'c' AXEnabled=true AXVisited=true\n"
+       "    cell 'd' help='aid'\n"
+       "    cell\n"
+       "      progressIndicator value=0.25\n",
+       "0 table\n"
+       "  1 row rowValues=[\"a\", \"b\", \"c\", \"d\", \"\"]\n"
+       "    2 cell \"a\" #accessibility:first\n"
+       "    3 cell \"b\" !enabled\n"
+       "    5 cell \"d\" help=\"aid\"\n"
+       "    7 progressIndicator value=0.25\n"},
+      {"cells of a selected row need not say so again",
+       "table\n"
+       "  row [selected]\n"
+       "    cell 'a' [selected]\n"
+       "    cell 'b' [selected, focused]\n"
+       "  row\n"
+       "    cell 'c' [selected]\n"
+       "    cell 'd'\n",
+       "0 table\n"
+       "  1 row selected rowValues=[\"a\", \"b\"]\n"
+       "    3 cell \"b\" focused selected\n"
+       "  4 row rowValues=[\"c\", \"d\"]\n"
+       "    5 cell \"c\" selected\n"},
+      {"protected and hidden cells stay whole and leave their place empty",
+       "table\n"
+       "  row\n"
+       "    cell 'PIN' [protected] value=1234\n"
+       "    cell AXHidden=true\n"
+       "      text value='later'\n"
+       "    cell 'c'\n",
+       "0 table\n"
+       "  1 row rowValues=[\"\", \"\", \"c\"]\n"
+       "    2 cell \"PIN\" protected\n"
+       "    3 cell hidden\n"
+       "      4 text value=\"later\"\n"},
+  });
+}
+
+TEST(NormalizerTable, headersComeFromHeaderCellsOrColumnsAndAreNotRepeated) {
+  expectCases({
+      {"a header row with an empty corner",
+       "table\n"
+       "  row\n"
+       "    cell\n"
+       "    cell 'A' subrole=AXColumnHeader\n"
+       "    cell subrole=AXColumnHeader\n"
+       "      text value='B'\n"
+       "  row\n"
+       "    cell 'x' subrole=AXRowHeader\n"
+       "    cell '1'\n"
+       "    cell '2'\n",
+       "0 table\n"
+       "  6 row columnHeaders=[\"\", \"A\", \"B\"] rowValues=[\"x\", \"1\", \"2\"]\n"},
+      {"headers that can be pressed stay",
+       "table\n"
+       "  group\n"
+       "    row\n"
+       "      cell 'A' subrole=AXColumnHeader actions=AXPress\n"
+       "      cell 'B' subrole=AXColumnHeader\n"
+       "  row\n"
+       "    cell '1'\n"
+       "    cell '2'\n",
+       "0 table\n"
+       "  2 row columnHeaders=[\"A\", \"B\"]\n"
+       "    3 cell \"A\" {press}\n"
+       "  5 row columnHeaders=[\"A\", \"B\"] rowValues=[\"1\", \"2\"]\n"},
+      {"a header that spans columns names none, and headers may change",
+       "table\n"
+       "  row\n"
+       "    cell 'Wide' subrole=AXColumnHeader\n"
+       "  row\n"
+       "    cell 'A' subrole=AXColumnHeader\n"
+       "    cell 'B' subrole=AXColumnHeader\n"
+       "  row\n"
+       "    cell '1'\n"
+       "    cell '2'\n"
+       "  row\n"
+       "    cell 'C' subrole=AXColumnHeader\n"
+       "    cell 'D' subrole=AXColumnHeader\n"
+       "  row\n"
+       "    cell '3'\n"
+       "    cell '4'\n",
+       "0 table\n"
+       "  1 row rowValues=[\"Wide\"]\n"
+       "  6 row columnHeaders=[\"A\", \"B\"] rowValues=[\"1\", \"2\"]\n"
+       "  12 row columnHeaders=[\"C\", \"D\"] rowValues=[\"3\", \"4\"]\n"},
+      {"a table of headers only keeps them as its row",
+       "table\n"
+       "  row\n"
+       "    cell 'A' subrole=AXColumnHeader\n",
+       "0 table\n"
+       "  1 row rowValues=[\"A\"]\n"},
+      {"header cells outside the rows",
+       "table\n"
+       "  group\n"
+       "    cell 'A' subrole=AXColumnHeader\n"
+       "    cell 'B' subrole=AXColumnHeader\n"
+       "  row\n"
+       "    cell '1'\n"
+       "    cell '2'\n",
+       "0 table\n"
+       "  4 row columnHeaders=[\"A\", \"B\"] rowValues=[\"1\", \"2\"]\n"},
+      {"columns",
+       "table\n"
+       "  row\n"
+       "    cell '1'\n"
+       "    cell '2'\n"
+       "    cell '3'\n"
+       "  column 'A'\n"
+       "  column AXIndex=1\n"
+       "  column 'C' [selected]\n",
+       "0 table\n"
+       "  1 row columnHeaders=[\"A\", \"\", \"C\"] rowValues=[\"1\", \"2\", \"3\"]\n"
+       "  7 column \"C\" selected\n"},
+      {"columns without rows stay",
+       "table\n"
+       "  column 'A'\n",
+       "0 table\n"
+       "  1 column \"A\"\n"},
+  });
+}
+
+TEST(NormalizerTable, structureThatTextsCannotStandForIsKept) {
+  expectCases({
+      {"outline rows keep their nesting",
+       "outline 'Files'\n"
+       "  outlineRow [expanded] AXDisclosureLevel=0\n"
+       "    cell 'home'\n"
+       "    outlineRow AXDisclosureLevel=1\n"
+       "      cell 'notes'\n",
+       "0 tree \"Files\"\n"
+       "  1 treeItem expanded disclosureLevel=0 rowValues=[\"home\"] {select?}\n"
+       "    3 treeItem disclosureLevel=1 rowValues=[\"notes\"] {select?}\n"},
+      {"a table that lays out a page, and one inside it",
+       "table\n"
+       "  row\n"
+       "    cell\n"
+       "      heading 'News'\n"
+       "    cell 'aside'\n"
+       "  row\n"
+       "    cell\n"
+       "      table\n"
+       "        row\n"
+       "          cell 'a'\n"
+       "          cell 'b'\n",
+       "0 table\n"
+       "  1 row\n"
+       "    2 cell\n"
+       "      3 heading \"News\"\n"
+       "    4 cell \"aside\"\n"
+       "  5 row\n"
+       "    6 cell\n"
+       "      7 table\n"
+       "        8 row rowValues=[\"a\", \"b\"]\n"},
+  });
+}
+
+/// A table of one cell around `depth` nested elements.
+AccessibilitySnapshot makeDeepCell(std::int64_t depth, const std::string& role, const std::string& innermost) {
+  AccessibilitySnapshot snapshot = makeSnapshot("table\n  row\n    cell 'a'\n");
+  for (std::int64_t id = 3; id < 3 + depth; ++id) {
+    AccessibilityNode& node = snapshot.nodes.emplace_back();
+    node.id = id;
+    node.role = role;
+    node.attributes = {{"AXTitle", id == 2 + depth ? innermost : std::string("a")}};
+    snapshot.nodes[static_cast<std::size_t>(id - 1)].childIDs = {id};
+  }
+  snapshot.deriveFields();
+  return snapshot;
+}
+
+TEST(NormalizerTable, deepCellsTakeLinearTime) {
+  constexpr std::int64_t depth = 50'000;
+  const std::string words(200'000, 'b');
+  const auto observation = AccessibilitySemanticNormalizer::normalize(makeDeepCell(depth, "AXGroup", words), {});
+  ASSERT_EQ(observation.elements.size(), 3);
+  const std::string text = observation.elements.back().properties.rowValues->front();
+  EXPECT_EQ(text.size(), words.size() + 2 * static_cast<std::size_t>(depth));
+  EXPECT_EQ(AccessibilitySemanticNormalizer::normalize(makeDeepCell(depth, "AXTable", "a"), {}).elements.size(),
+            depth + 4);
+}
+
+}  // namespace
+}  // namespace quillo::test
