@@ -6,23 +6,19 @@
 
 namespace quillo {
 
-AccessibilityContextCapturer::AccessibilityContextCapturer(AccessibilityInterface& interface,
-                                                           MonotonicClock& monotonicClock, WallClock& wallClock,
-                                                           const AccessibilityCaptureConfiguration& configuration,
-                                                           std::string queueLabel)
-    : interface_(interface),
-      monotonicClock_(monotonicClock),
-      wallClock_(wallClock),
-      configuration_(configuration.clamped()),
-      queue_(std::move(queueLabel)) {}
+AccessibilityContextCapturer::AccessibilityContextCapturer(AccessibilityInterface& interface, WallClock& wallClock,
+                                                           const AccessibilityCaptureConfiguration& configuration)
+    : interface_(interface), wallClock_(wallClock), configuration_(configuration.clamped()) {}
 
-Task<AccessibilitySnapshot> AccessibilityContextCapturer::capture(WindowCaptureTarget target) {
-  // The end of this object waits for the queue, so that an abandoned reading may use it.
-  auto walk = [this, target = std::move(target)](const SharedAccessibilityCaptureControl& control) {
-    return captureSynchronously(target, control);
+Task<AccessibilitySnapshot> AccessibilityContextCapturer::capture(MonotonicClock& clock, SerialQueue& queue,
+                                                                  WindowCaptureTarget target) {
+  // An abandoned reading may outlive this capturer, so it refers only to what outlives the queue.
+  auto walk = [&interface = interface_, &wallClock = wallClock_, configuration = configuration_,
+               target = std::move(target)](const SharedAccessibilityCaptureControl& control) {
+    return captureAccessibilitySnapshot(interface, wallClock, configuration, target, control);
   };
   Task<AccessibilitySnapshot> running =
-      runCancellableAccessibilityOperation(monotonicClock_, queue_, configuration_.captureTimeout, walk);
+      runCancellableAccessibilityOperation(clock, queue, configuration_.captureTimeout, std::move(walk));
   co_return co_await std::move(running);
 }
 

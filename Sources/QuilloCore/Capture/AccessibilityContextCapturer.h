@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "QuilloCore/Capture/AccessibilityCaptureConfiguration.h"
 #include "QuilloCore/Capture/AccessibilityInterface.h"
 #include "QuilloCore/Capture/AccessibilitySnapshot.h"
@@ -14,33 +12,30 @@
 
 namespace quillo {
 
-/// Reads the accessibility tree of frozen windows, one after the other, on a queue of its own. Its end waits for the
-/// reading that still runs.
+/// Reads the accessibility tree of frozen windows, within the limits of its configuration.
 class AccessibilityContextCapturer {
  public:
-  /// The references outlive the capturer. The configuration is clamped.
-  AccessibilityContextCapturer(AccessibilityInterface& interface, MonotonicClock& monotonicClock, WallClock& wallClock,
-                               const AccessibilityCaptureConfiguration& configuration = {},
-                               std::string queueLabel = "org.quillo.Quillo.accessibility-capture");
+  /// The interface and the clock outlive every reading. The configuration is clamped.
+  AccessibilityContextCapturer(AccessibilityInterface& interface, WallClock& wallClock,
+                               const AccessibilityCaptureConfiguration& configuration = {});
 
   const AccessibilityCaptureConfiguration& configuration() const { return configuration_; }
 
   bool isAccessGranted(AccessibilityTrustPrompt prompt) { return interface_.isProcessTrusted(prompt); }
 
-  /// The window's snapshot. The caller is released at the capture time-out, and at once when it is cancelled, whatever
-  /// call the reading is stuck in. Throws AccessibilityCaptureError or OperationCancelled.
-  Task<AccessibilitySnapshot> capture(WindowCaptureTarget target);
+  /// The window's snapshot, read on the queue. The caller is released at the capture time-out, and at once when it is
+  /// cancelled, whatever call the reading is stuck in; that reading still ends before the queue's next one begins.
+  /// Throws AccessibilityCaptureError or OperationCancelled.
+  Task<AccessibilitySnapshot> capture(MonotonicClock& clock, SerialQueue& queue, WindowCaptureTarget target);
 
-  /// What the queue runs, on the calling thread; one reading at a time.
+  /// The same on the calling thread, until the control stops it.
   AccessibilitySnapshot captureSynchronously(const WindowCaptureTarget& target,
                                              const SharedAccessibilityCaptureControl& control);
 
  private:
   AccessibilityInterface& interface_;
-  MonotonicClock& monotonicClock_;
   WallClock& wallClock_;
   AccessibilityCaptureConfiguration configuration_;
-  SerialQueue queue_;
 };
 
 }  // namespace quillo

@@ -15,14 +15,15 @@ class ContextCapturer : public CaptureTest {
   Gate isHanging;
   Gate mayAnswer;
   VirtualMonotonicClock clock;
-  AccessibilityContextCapturer capturer{application, clock, wallClock, {.captureTimeout = 7.5}};
+  AccessibilityContextCapturer capturer{application, wallClock, {.captureTimeout = 7.5}};
+  SerialQueue queue{"org.quillo.Quillo.accessibility-capture"};
 };
 
 TEST_F(ContextCapturer, readsTheWindowOnItsQueue) {
   const auto expected = capture("window 'Inbox' number=7\n  button 'Reply'");
-  EXPECT_EQ(runBlocking([&] { return capturer.capture(target); }), expected);
+  EXPECT_EQ(runBlocking([&] { return capturer.capture(clock, queue, target); }), expected);
   target.windowID = 8;
-  EXPECT_THROW(runBlocking([&] { return capturer.capture(target); }), AccessibilityCaptureError);
+  EXPECT_THROW(runBlocking([&] { return capturer.capture(clock, queue, target); }), AccessibilityCaptureError);
 }
 
 TEST_F(ContextCapturer, leavesAnApplicationThatHangsAtTheDeadline) {
@@ -34,7 +35,7 @@ TEST_F(ContextCapturer, leavesAnApplicationThatHangsAtTheDeadline) {
     return std::nullopt;
   };
   SerialQueue caller("caller");
-  const auto hanging = spawnTask(caller.executor(), [&] { return capturer.capture(target); });
+  const auto hanging = spawnTask(caller.executor(), [&] { return capturer.capture(clock, queue, target); });
   isHanging.pass();
   clock.advance(7.5);
   try {
