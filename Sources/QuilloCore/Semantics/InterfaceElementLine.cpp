@@ -175,9 +175,9 @@ std::string displayRole(const InterfaceElement& element) {
     const bool isBareContainer = isContainer(element.role) && element.childIDs.size() >= 2 && !hasAnyText(element);
     return isBareContainer ? "container" : name;
   }
-  const bool isBare = description.find_first_of(linePunctuation) == std::string_view::npos;
-  if (isBare && yieldsToRoleDescription(element.role)) return onOneLine(description);
-  return fmt::format("{} ({})", name, bareOrQuoted(description, linePunctuation));
+  const std::string printed = bareOrQuoted(description, linePunctuation);
+  const bool isBare = !printed.starts_with('"');
+  return isBare && yieldsToRoleDescription(element.role) ? printed : fmt::format("{} ({})", name, printed);
 }
 
 std::vector<std::string_view> stateWords(const InterfaceElement& element) {

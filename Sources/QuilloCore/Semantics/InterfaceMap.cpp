@@ -161,10 +161,10 @@ class MapWalk {
 
 std::string mapLine(const RenderContext& context, const RenderPlan& plan, ElementIndex element, bool isEditable) {
   if (hasRowReference(context[element])) return rowReference(context[element]);
-  const auto merged = plan.mergedTextByElementID.find(element);
-  const bool isMerged = merged != plan.mergedTextByElementID.end();
-  return elementLine(context[element], isMerged ? std::string_view(merged->second) : context.primaryText(element),
-                     isEditable);
+  if (const auto merged = plan.mergedTextByElementID.find(element); merged != plan.mergedTextByElementID.end()) {
+    return displayRole(context[element]) + " " + quoted(merged->second);  // its members have nothing but their text
+  }
+  return elementLine(context[element], context.primaryText(element), isEditable);
 }
 
 void appendInterfaceMap(const RenderContext& context, const RenderPlan& plan, TextLines& lines) {

@@ -107,7 +107,8 @@ std::string onOneLine(std::string_view text) {
 }
 
 std::string bareOrQuoted(std::string_view text, std::string_view punctuation) {
-  return text.find_first_of(punctuation) == std::string_view::npos ? onOneLine(text) : quoted(text);
+  const bool isBare = text.find_first_of(punctuation) == std::string_view::npos && !hasLineBreak(text);
+  return isBare ? onOneLine(text) : quoted(text);
 }
 
 void appendBlockText(std::vector<std::string>& lines, std::string_view text) {

@@ -24,8 +24,8 @@ std::string quoted(std::string_view text);
 /// bracket of markers itself.
 std::string onOneLine(std::string_view text);
 
-/// `onOneLine` when the text has none of the given ASCII characters, else `quoted`: for names that stand bare between
-/// punctuation of ours.
+/// `onOneLine` when the text is one line and has none of the given ASCII characters, else `quoted`: for names that
+/// stand bare between punctuation of ours.
 std::string bareOrQuoted(std::string_view text, std::string_view punctuation);
 
 /// Appends the text to the last of `lines`, beginning a new one at each of its line breaks, and showing what must be
