@@ -1,0 +1,148 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "QuilloCore/Semantics/CoverageSection.h"
+#include "QuilloCore/Semantics/LimitSentence.h"
+#include "QuilloCore/Semantics/RenderPlan.h"
+#include "QuilloCore/Semantics/TextLines.h"
+
+namespace quillo::test {
+namespace {
+
+std::string coverage(const InterfaceObservationCompleteness& completeness, const RenderPlan& plan) {
+  TextLines lines;
+  appendCoverage(completeness, plan, lines);
+  return lines.joined();
+}
+
+RenderPlan emptyPlan() {
+  return {8, RenderingScope{.includedElements = ElementIndexSet(8),
+                            .omittedOutOfScopeElementCount = 0,
+                            .omittedNavigationElementCount = 0,
+                            .omittedNavigationElements = {}}};
+}
+
+void fill(ElementIndexSet& set, ElementIndex count) {
+  for (ElementIndex i = 0; i < count; ++i) set.insert(i);
+}
+
+/// Every set of the plan and every count of the observation with the same number.
+std::string everySentence(ElementIndex count) {
+  RenderPlan plan = emptyPlan();
+  plan.scope.omittedOutOfScopeElementCount = count;
+  plan.scope.omittedNavigationElementCount = count;
+  plan.mergedTextRunCount = count;
+  for (ElementIndexSet* set : {&plan.coveredTextElementIDs, &plan.compoundEditableControlIDs, &plan.emptyTabularRowIDs,
+                               &plan.scopeSuppressedAggregateContentIDs, &plan.partiallyCoveredAggregateContentIDs,
+                               &plan.suppressedNestedContentIDs}) {
+    fill(*set, count);
+  }
+  fill(plan.suppressedAggregateContentIDs, count + count);
+  InterfaceObservationCompleteness completeness;
+  completeness.retainedElementCount = count;
+  completeness.prunedNodeCount = count;
+  completeness.ignoredGraphReferenceCount = 3 * count;
+  completeness.sharedGraphReferenceCount = count;
+  completeness.cyclicGraphReferenceCount = count;
+  completeness.unavailableGraphReferenceCount = count;
+  return coverage(completeness, plan);
+}
+
+TEST(RendererCoverage, countsNothingWhenThereIsNothingToCount) {
+  EXPECT_EQ(everySentence(0), R"(
+## Coverage
+- 0 semantic interface elements are mapped.
+- No Accessibility safety-limit truncation was reported. This does not guarantee that the app exposed every interface or visual detail.)");
+}
+
+TEST(RendererCoverage, usesTheSingularWhereThereIsOne) {
+  EXPECT_EQ(everySentence(1), R"(
+## Coverage
+- 1 semantic interface elements are mapped.
+- 1 interface elements outside the focused web content and its source path were omitted from this default view.
+- 1 offscreen or zero-area navigation elements were omitted from this default view; visible navigation and the full main document remain represented.
+- 1 decorative or empty elements were omitted without removing their meaningful descendants.
+- 1 shared interface reference pointed to elements already mapped once.
+- 1 cyclic interface reference was stopped to keep the observation finite.
+- 1 interface reference pointed to elements unavailable in the captured graph.
+- 1 descendant text elements were consolidated under authoritative document or editor content.
+- 1 adjacent editable label was consolidated with its exactly matching control.
+- 1 adjacent text run was consolidated without changing source order.
+- 1 tabular row record exposed no cell text or independent state and was omitted from this prose; source row counts and truncation evidence remain recorded.
+- 1 aggregate web content values that also contained omitted offscreen navigation were not emitted; scoped descendants and document/editor owners provide the default context.
+- 1 aggregate document text values whose complete normalized token sequence is represented by rendered structured descendants were not repeated.
+- 1 partially represented aggregate document text values were reduced to source-ordered, position-anchored spans after normalized token comparison; matched structured descendant text was not replayed.
+- 1 nested document or editor text values were represented by a maximal-coverage authoritative owner.
+- No Accessibility safety-limit truncation was reported. This does not guarantee that the app exposed every interface or visual detail.)");
+}
+
+TEST(RendererCoverage, usesThePluralForSeveral) {
+  EXPECT_EQ(everySentence(3), R"(
+## Coverage
+- 3 semantic interface elements are mapped.
+- 3 interface elements outside the focused web content and its source path were omitted from this default view.
+- 3 offscreen or zero-area navigation elements were omitted from this default view; visible navigation and the full main document remain represented.
+- 3 decorative or empty elements were omitted without removing their meaningful descendants.
+- 3 shared interface references pointed to elements already mapped once.
+- 3 cyclic interface references were stopped to keep the observation finite.
+- 3 interface references pointed to elements unavailable in the captured graph.
+- 3 descendant text elements were consolidated under authoritative document or editor content.
+- 3 adjacent editable labels were consolidated with their exactly matching controls.
+- 3 adjacent text runs were consolidated without changing source order.
+- 3 tabular row records exposed no cell text or independent state and were omitted from this prose; source row counts and truncation evidence remain recorded.
+- 3 aggregate web content values that also contained omitted offscreen navigation were not emitted; scoped descendants and document/editor owners provide the default context.
+- 3 aggregate document text values whose complete normalized token sequence is represented by rendered structured descendants were not repeated.
+- 3 partially represented aggregate document text values were reduced to source-ordered, position-anchored spans after normalized token comparison; matched structured descendant text was not replayed.
+- 3 nested document or editor text values were represented by a maximal-coverage authoritative owner.
+- No Accessibility safety-limit truncation was reported. This does not guarantee that the app exposed every interface or visual detail.)");
+}
+
+TEST(RendererCoverage, tellsOldObservationsFromNewOnes) {
+  InterfaceObservationCompleteness completeness;
+  completeness.ignoredGraphReferenceCount = 3;
+  const std::string sentence =
+      "- 3 graph references from an older observation were consolidated; their exact category was not recorded.\n";
+  EXPECT_NE(coverage(completeness, emptyPlan()).find(sentence), std::string::npos);
+  completeness.sharedGraphReferenceCount = 0;
+  EXPECT_EQ(coverage(completeness, emptyPlan()).find("graph references"), std::string::npos);
+}
+
+TEST(RendererCoverage, endsWithLimitsIssuesAndWarnings) {
+  using enum AccessibilityTruncationReason;
+  InterfaceObservationCompleteness completeness;
+  completeness.wasSourceTruncated = true;
+  const auto record = [](AccessibilityTruncationReason reason, std::optional<std::int64_t> omitted) {
+    return AccessibilityTruncation{.reason = reason, .nodeID = {}, .attribute = {}, .omittedCount = omitted};
+  };
+  completeness.sourceTruncations = {record(attributeValueLimit, 0),
+                                    record(nodeLimit, 12),
+                                    record(characterLimit, {}),
+                                    record(nodeLimit, {}),
+                                    record(depthLimit, 1),
+                                    record(attributeValueLimit, -5),
+                                    record(characterLimit, INT64_MIN)};
+  completeness.sourceIssues.emplace_back().message = "Reading \"AXValue\" failed\n## Coverage";
+  completeness.warnings = {"The window moved."};
+  EXPECT_EQ(coverage(completeness, emptyPlan()), R"(
+## Coverage
+- 0 semantic interface elements are mapped.
+- The observation is partial because the source capture reached a safety limit.
+- The element safety limit was reached at 2 interface points. At least 12 immediate frontier references were omitted; some counts were unavailable.
+- The depth safety limit was reached at 1 interface point. 1 immediate frontier reference was omitted.
+- The capture-wide text safety limit was reached at 2 interface points. The omitted count was unavailable.
+- The per-value text safety limit was reached at 2 interface points. 0 text units were omitted.
+- Capture note: Reading "AXValue" failed ## Coverage
+- Capture note: The window moved.)");
+  EXPECT_EQ(
+      limitSentence(characterLimit, std::vector{record(characterLimit, 1), record(characterLimit, {})}),
+      "The capture-wide text safety limit was reached at 2 interface points. At least 1 text unit was omitted; some "
+      "counts were unavailable.");
+  EXPECT_EQ(limitSentence(nodeLimit, std::vector{record(nodeLimit, INT64_MAX), record(nodeLimit, 7)}),
+            "The element safety limit was reached at 2 interface points. 9223372036854775807 immediate frontier "
+            "references were omitted.");
+}
+
+}  // namespace
+}  // namespace quillo::test
