@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "QuilloCore/Capture/AccessibilityContextCapturer.h"
+#include "QuilloCore/Capture/AccessibilitySnapshotCapture.h"
 #include "RatioTable.h"
 #include "Tests/Support/FakeAccessibilityInterface.h"
 #include "Tests/Support/FixedWallClock.h"
@@ -20,13 +20,12 @@ using test::FakeAccessibilityInterface;
 void capture(benchmark::State& state, FakeAccessibilityInterface& application, std::int64_t expectedNodeCount) {
   application.recordsCalls = false;
   test::FixedWallClock clock;
-  AccessibilityContextCapturer capturer(application, clock);
   WindowCaptureTarget target;
   target.processIdentifier = FakeAccessibilityInterface::processIdentifier;
   target.windowID = 7;
   for (auto _ : state) {
     const auto control = std::make_shared<AccessibilityCaptureControl>(120);
-    const auto snapshot = capturer.captureSynchronously(target, control);
+    const auto snapshot = captureAccessibilitySnapshot(application, clock, {}, target, control);
     if (snapshot.nodeCount != expectedNodeCount) state.SkipWithError("not everything was captured");
   }
 }

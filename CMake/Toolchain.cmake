@@ -34,6 +34,11 @@ if(QUILLO_SANITIZERS)
   endif()
 endif()
 
+option(QUILLO_FUZZERS "Build the fuzz targets with the fuzzer" OFF)
+if(QUILLO_FUZZERS)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 option(QUILLO_COVERAGE "Measure source coverage" OFF)
 if(QUILLO_COVERAGE)
   add_compile_options(-fprofile-instr-generate -fcoverage-mapping)

@@ -5,14 +5,15 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
 namespace quillo::AccessibilityAreaCoverage {
 namespace {
 
-constexpr int gridSize = 48;            // cells along each side of the window
-constexpr int explainedNeighbours = 3;  // cells around an element that count as its surroundings
+constexpr std::ptrdiff_t gridSize = 48;  // cells along each side of the window
+constexpr int explainedNeighbours = 3;   // cells around an element that count as its surroundings
 constexpr double warnedShare = 0.4;
 
 // Of these the frame says only that something is there. Without a text of their own they explain nothing.
@@ -39,7 +40,8 @@ bool explainsItsArea(const AccessibilityNode& node) {
 
 class Grid {
  public:
-  explicit Grid(const ArtifactRect& window) : window_(window), isExplained_(gridSize * gridSize, false) {}
+  explicit Grid(const ArtifactRect& window)
+      : window_(window), isExplained_(static_cast<std::size_t>(gridSize * gridSize), false) {}
 
   void explain(const ArtifactRect& frame) {
     if (!frame.isFinite() || frame.width <= 0 || frame.height <= 0 || !frame.overlaps(window_)) return;
@@ -47,7 +49,7 @@ class Grid {
     const int right = cell(frame.maxX() - window_.x, window_.width, -explainedNeighbours);
     const int top = cell(frame.minY() - window_.y, window_.height, explainedNeighbours);
     const int bottom = cell(frame.maxY() - window_.y, window_.height, -explainedNeighbours);
-    for (int row = top; row <= bottom; ++row) {
+    for (std::ptrdiff_t row = top; row <= bottom; ++row) {
       const auto begin = isExplained_.begin() + row * gridSize;
       std::fill(begin + left, begin + right + 1, true);
     }

@@ -8,14 +8,13 @@
 
 #include "QuilloCore/Capture/AccessibilityCaptureControl.h"
 #include "QuilloCore/Capture/AccessibilityCaptureError.h"
+#include "QuilloCore/Capture/AccessibilitySnapshotCapture.h"
 #include "QuilloCore/Concurrency/MonotonicClock.h"
 #include "QuilloCore/Concurrency/PendingResult.h"
 #include "QuilloCore/Concurrency/SerialQueue.h"
 #include "QuilloCore/Concurrency/Task.h"
 
 namespace quillo {
-
-using SharedAccessibilityCaptureControl = std::shared_ptr<const AccessibilityCaptureControl>;
 
 /// Runs `operation(control)`, a synchronous function, on the queue and waits for what it returns or throws. The caller
 /// is released with AccessibilityCaptureError (captureTimedOut) when `timeout` seconds have passed, and at once with

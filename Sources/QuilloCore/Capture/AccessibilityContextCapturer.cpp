@@ -1,81 +1,30 @@
 #include "QuilloCore/Capture/AccessibilityContextCapturer.h"
 
-#include <fmt/format.h>
-
-#include <string>
 #include <utility>
-#include <variant>
 
-#include "QuilloCore/Capture/AccessibilityAreaCoverage.h"
-#include "QuilloCore/Capture/AccessibilityAttributeReading.h"
-#include "QuilloCore/Capture/AccessibilityCaptureError.h"
-#include "QuilloCore/Capture/AccessibilityCaptureState.h"
-#include "QuilloCore/Capture/AccessibilityDocumentText.h"
-#include "QuilloCore/Capture/AccessibilityRootSelection.h"
-#include "QuilloCore/Capture/AccessibilityTreeWalk.h"
-#include "QuilloCore/Capture/CheckpointingSession.h"
+#include "QuilloCore/Capture/AccessibilityCaptureRequest.h"
 
 namespace quillo {
-namespace {
-
-AccessibilityElement connect(AccessibilitySession& session, std::int32_t processIdentifier) {
-  const auto application = session.applicationElement(processIdentifier);
-  if (application && session.processIdentifier(*application) == processIdentifier) return *application;
-  throw AccessibilityCaptureError(AccessibilityCaptureError::TargetUnavailable{processIdentifier});
-}
-
-}  // namespace
 
 AccessibilityContextCapturer::AccessibilityContextCapturer(AccessibilityInterface& interface, WallClock& wallClock,
                                                            const AccessibilityCaptureConfiguration& configuration)
     : interface_(interface), wallClock_(wallClock), configuration_(configuration.clamped()) {}
 
+Task<AccessibilitySnapshot> AccessibilityContextCapturer::capture(MonotonicClock& clock, SerialQueue& queue,
+                                                                  WindowCaptureTarget target) {
+  // An abandoned reading may outlive this capturer, so it refers only to what outlives the queue.
+  auto walk = [&interface = interface_, &wallClock = wallClock_, configuration = configuration_,
+               target = std::move(target)](const SharedAccessibilityCaptureControl& control) {
+    return captureAccessibilitySnapshot(interface, wallClock, configuration, target, control);
+  };
+  Task<AccessibilitySnapshot> running =
+      runCancellableAccessibilityOperation(clock, queue, configuration_.captureTimeout, std::move(walk));
+  co_return co_await std::move(running);
+}
+
 AccessibilitySnapshot AccessibilityContextCapturer::captureSynchronously(
-    const WindowCaptureTarget& target, const std::shared_ptr<const AccessibilityCaptureControl>& control) {
-  control->checkpoint();
-  if (target.processIdentifier < 1) {
-    throw AccessibilityCaptureError(AccessibilityCaptureError::InvalidProcessIdentifier{target.processIdentifier});
-  }
-  if (!isAccessGranted(AccessibilityTrustPrompt::silent)) {
-    throw AccessibilityCaptureError(AccessibilityCaptureError::AccessNotGranted{});
-  }
-  control->checkpoint();
-  const std::unique_ptr<AccessibilitySession> platformSession = interface_.makeSession(target, control);
-  CheckpointingSession session(*platformSession, *control);
-  AccessibilityCaptureState state(configuration_, *control);
-
-  const AccessibilityElement application = connect(session, target.processIdentifier);
-  session.setMessagingTimeout(application, configuration_.messagingTimeout);
-  const auto focused = readAttribute(session, state, application, "AXFocusedUIElement", std::nullopt);
-  AccessibilityRoot root = selectAccessibilityRoot(session, state, application, target);
-
-  AccessibilityTreeWalk walk(session, state);
-  walk.walk(root.element);
-  captureCompleteDocumentText(session, state, walk.nodes(), walk.elements(), walk.documentAttributeNames());
-
-  AccessibilitySnapshot snapshot;
-  snapshot.capturedAt = wallClock_.now();
-  snapshot.targetProcessIdentifier = target.processIdentifier;
-  snapshot.rootKind = root.kind;
-  if (const auto* element = focused ? std::get_if<AccessibilityElement>(&*focused) : nullptr) {
-    snapshot.focusedNodeID = walk.idOf(*element);
-  }
-  snapshot.nodes = std::move(walk.nodes());
-  snapshot.characterCount = state.characterCount();
-  snapshot.truncations = state.truncations();
-  snapshot.issues = state.issues();
-  snapshot.deriveFields();
-
-  if (root.note) snapshot.warnings.push_back(std::move(*root.note));
-  for (std::string& warning : session.captureWarnings()) snapshot.warnings.push_back(std::move(warning));
-  if (auto warning = AccessibilityAreaCoverage::warning(snapshot, target.windowFrame)) {
-    snapshot.warnings.push_back(std::move(*warning));
-  }
-  if (state.droppedIssueCount() > 0) {
-    snapshot.warnings.push_back(
-        fmt::format("{} additional Accessibility capture issues were omitted.", state.droppedIssueCount()));
-  }
-  return snapshot;
+    const WindowCaptureTarget& target, const SharedAccessibilityCaptureControl& control) {
+  return captureAccessibilitySnapshot(interface_, wallClock_, configuration_, target, control);
 }
 
 }  // namespace quillo

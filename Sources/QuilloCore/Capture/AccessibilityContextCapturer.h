@@ -1,12 +1,13 @@
 #pragma once
 
-#include <memory>
-
 #include "QuilloCore/Capture/AccessibilityCaptureConfiguration.h"
-#include "QuilloCore/Capture/AccessibilityCaptureControl.h"
 #include "QuilloCore/Capture/AccessibilityInterface.h"
 #include "QuilloCore/Capture/AccessibilitySnapshot.h"
+#include "QuilloCore/Capture/AccessibilitySnapshotCapture.h"
 #include "QuilloCore/Capture/WindowCaptureTarget.h"
+#include "QuilloCore/Concurrency/MonotonicClock.h"
+#include "QuilloCore/Concurrency/SerialQueue.h"
+#include "QuilloCore/Concurrency/Task.h"
 #include "QuilloCore/Support/Clocks.h"
 
 namespace quillo {
@@ -14,7 +15,7 @@ namespace quillo {
 /// Reads the accessibility tree of frozen windows, within the limits of its configuration.
 class AccessibilityContextCapturer {
  public:
-  /// The interface and the clock outlive the capturer. The configuration is clamped.
+  /// The interface and the clock outlive every reading. The configuration is clamped.
   AccessibilityContextCapturer(AccessibilityInterface& interface, WallClock& wallClock,
                                const AccessibilityCaptureConfiguration& configuration = {});
 
@@ -22,10 +23,14 @@ class AccessibilityContextCapturer {
 
   bool isAccessGranted(AccessibilityTrustPrompt prompt) { return interface_.isProcessTrusted(prompt); }
 
-  /// Reads the window on the calling thread; one reading at a time. What could not be read, and what the limits cut,
-  /// stands in the snapshot. Throws AccessibilityCaptureError, or OperationCancelled when the control was cancelled.
+  /// The window's snapshot, read on the queue. The caller is released at the capture time-out, and at once when it is
+  /// cancelled, whatever call the reading is stuck in; that reading still ends before the queue's next one begins.
+  /// Throws AccessibilityCaptureError or OperationCancelled.
+  Task<AccessibilitySnapshot> capture(MonotonicClock& clock, SerialQueue& queue, WindowCaptureTarget target);
+
+  /// The same on the calling thread, until the control stops it.
   AccessibilitySnapshot captureSynchronously(const WindowCaptureTarget& target,
-                                             const std::shared_ptr<const AccessibilityCaptureControl>& control);
+                                             const SharedAccessibilityCaptureControl& control);
 
  private:
   AccessibilityInterface& interface_;

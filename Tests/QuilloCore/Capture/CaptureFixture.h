@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "QuilloCore/Capture/AccessibilityContextCapturer.h"
+#include "QuilloCore/Capture/AccessibilitySnapshotCapture.h"
 #include "Tests/Support/FakeAccessibilityInterface.h"
 #include "Tests/Support/FixedWallClock.h"
 #include "Tests/Support/SnapshotText.h"
@@ -17,9 +17,9 @@ namespace quillo::test {
 class CaptureTest : public testing::Test {
  protected:
   AccessibilitySnapshot capture() {
-    AccessibilityContextCapturer capturer(application, wallClock, limits);
-    control = std::make_shared<AccessibilityCaptureControl>(limits.captureTimeout, application.uptime());
-    return capturer.captureSynchronously(target, control);
+    const AccessibilityCaptureConfiguration clamped = limits.clamped();
+    control = std::make_shared<AccessibilityCaptureControl>(clamped.captureTimeout, application.uptime());
+    return captureAccessibilitySnapshot(application, wallClock, clamped, target, control);
   }
 
   /// Captures the window of the notation.

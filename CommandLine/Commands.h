@@ -1,0 +1,26 @@
+#pragma once
+
+#include "CommandOptions.h"
+#include "CommandResult.h"
+#include "QuilloCore/Capture/AccessibilityInterface.h"
+#include "QuilloCore/Capture/RunningApplicationsProviding.h"
+#include "QuilloCore/Capture/WindowListProviding.h"
+#include "QuilloCore/Support/Clocks.h"
+
+namespace quillo {
+
+/// The platform as the commands see it; `main` alone knows which adapters stand behind it.
+struct CommandEnvironment {
+  AccessibilityInterface& accessibility;
+  WindowListProviding& windowList;
+  RunningApplicationsProviding& applications;
+  WallClock& wallClock;
+};
+
+/// Each command throws the typed error of what failed.
+CommandResult runSnapshot(const SnapshotOptions& options, CommandEnvironment& environment);
+CommandResult runObserve(const ObserveOptions& options);
+CommandResult runRender(const RenderOptions& options);
+CommandResult runDoctor(CommandEnvironment& environment);
+
+}  // namespace quillo

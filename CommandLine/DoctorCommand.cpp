@@ -1,0 +1,70 @@
+#include <fmt/format.h>
+
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "Commands.h"
+#include "QuilloCore/Capture/WindowScreenshotCaptureError.h"
+#include "QuilloLinux/Accessibility/AtspiStatus.h"
+
+namespace quillo {
+namespace {
+
+/// One thing that the desktop offers or lacks.
+struct Finding {
+  std::string subject;
+  std::string finding;
+  std::string remedy;  ///< empty when nothing is to be done
+
+  bool isGood() const { return remedy.empty(); }
+};
+
+bool isSet(const char* variable) {
+  const char* value = std::getenv(variable);
+  return value != nullptr && *value != '\0';
+}
+
+std::vector<Finding> examineWindows(CommandEnvironment& environment) {
+  try {
+    const auto windows = environment.windowList.onScreenFrontToBack();
+    const Finding list =
+        windows.empty() ? Finding{"Window list", "no windows are open, or no window manager lists them",
+                                  "Open an application, under a window manager that keeps _NET_CLIENT_LIST_STACKING."}
+                        : Finding{"Window list", fmt::format("{} on the screen", windows.size()), ""};
+    return {{"Display server", "X11 answers", ""}, list};
+  } catch (const WindowScreenshotCaptureError&) {
+    const std::string reason = isSet("DISPLAY") ? "the X11 display does not answer" : "DISPLAY is not set";
+    const std::string remedy = isSet("WAYLAND_DISPLAY")
+                                   ? "Run quillo where XWayland is available; native Wayland is not supported yet."
+                                   : "Run quillo inside a desktop session, or under Scripts/desktop.";
+    return {{"Display server", reason, remedy}};
+  }
+}
+
+Finding examineAccessibility() {
+  const AtspiAvailability availability = readAtspiStatus().availability;
+  if (availability == AtspiAvailability::available) return {"Accessibility bus", "answers and is switched on", ""};
+  return {"Accessibility bus", describe(availability), remedy(availability)};
+}
+
+}  // namespace
+
+CommandResult runDoctor(CommandEnvironment& environment) {
+  std::vector<Finding> findings = examineWindows(environment);
+  findings.push_back(examineAccessibility());
+
+  CommandResult result;
+  for (const Finding& finding : findings) {
+    if (!result.output.empty()) result.output += '\n';
+    result.output +=
+        fmt::format("{} {}: {}", finding.isGood() ? "ok     " : "missing", finding.subject, finding.finding);
+    if (!finding.isGood()) {
+      result.output += fmt::format("\n        {}", finding.remedy);
+      result.exitStatus = ExitStatus::failed;
+    }
+  }
+  return result;
+}
+
+}  // namespace quillo

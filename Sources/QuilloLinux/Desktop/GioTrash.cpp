@@ -1,0 +1,56 @@
+#include "QuilloLinux/Desktop/GioTrash.h"
+
+#include <gio/gio.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <memory>
+#include <string>
+
+#include "QuilloLinux/Desktop/TrashRecords.h"
+
+namespace quillo {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct UnrefObject {
+  void operator()(void* object) const { g_object_unref(object); }
+};
+struct FreeError {
+  void operator()(GError* error) const { g_error_free(error); }
+};
+
+/// The highest directory above `path` that lies on the same file system.
+fs::path topOfFileSystem(const fs::path& path) {
+  struct stat status{};
+  fs::path top = path.parent_path();
+  if (::stat(top.c_str(), &status) != 0) return top;
+  const dev_t device = status.st_dev;
+  while (top.has_relative_path() && ::stat(top.parent_path().c_str(), &status) == 0 && status.st_dev == device)
+    top = top.parent_path();
+  return top;
+}
+
+std::optional<fs::path> findInTrash(const fs::path& original) {
+  if (auto found = TrashRecords::find(fs::path(g_get_user_data_dir()) / "Trash", "/", original)) return found;
+  const fs::path top = topOfFileSystem(original);
+  const std::string user = std::to_string(::getuid());
+  for (const fs::path& trash : {top / ".Trash" / user, top / (".Trash-" + user)}) {
+    if (auto found = TrashRecords::find(trash, top, original)) return found;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<fs::path> GioTrash::moveToTrash(const fs::path& path) {
+  const std::unique_ptr<GFile, UnrefObject> file(g_file_new_for_path(path.c_str()));
+  GError* rawError = nullptr;
+  const bool isMoved = g_file_trash(file.get(), nullptr, &rawError) != FALSE;
+  const std::unique_ptr<GError, FreeError> error(rawError);
+  if (!isMoved) throw TrashError(error ? error->message : "the system gave no reason");
+  return findInTrash(path);
+}
+
+}  // namespace quillo

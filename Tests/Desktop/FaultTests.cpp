@@ -1,0 +1,189 @@
+// Applications that lie, hang and die: the capture ends in time and says what it could not have.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <string>
+
+#include "QuilloCore/Capture/AccessibilityCaptureError.h"
+#include "QuilloCore/Semantics/AccessibilitySemanticNormalizer.h"
+#include "QuilloCore/Semantics/InterfaceObservationLLMRenderer.h"
+#include "RunningProgram.h"
+#include "WindowReading.h"
+
+namespace quillo::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+RunningProgram startFaulty(const std::string& mode) {
+  return RunningProgram({QUILLO_TEST_PROGRAMS "/faulty-application.py", mode});
+}
+
+/// Captures once the application's own tree is on the bus.
+AccessibilitySnapshot readFaulty(const RunningProgram& program) {
+  return readWindowHolding(program, "\"Faulty\"");
+}
+
+const AccessibilityNode& nodeOf(const AccessibilitySnapshot& snapshot, const std::string& role) {
+  static const AccessibilityNode none;
+  const AccessibilityNode* node = findNode(snapshot, role);
+  EXPECT_NE(node, nullptr) << role;
+  return node == nullptr ? none : *node;
+}
+
+std::int64_t countOf(const AccessibilitySnapshot& snapshot, const std::string& role) {
+  return std::ranges::count(snapshot.nodes, role, &AccessibilityNode::role);
+}
+
+TEST(Faults, plainApplicationIsReadWhole) {
+  const RunningProgram program = startFaulty("plain");
+  const AccessibilitySnapshot snapshot = readFaulty(program);
+  EXPECT_EQ(snapshot.nodes.size(), 3U);
+  EXPECT_EQ(textAttribute(nodeOf(snapshot, "AXStaticText"), "AXValue"), "A label");
+  EXPECT_EQ(textAttribute(nodeOf(snapshot, "AXButton"), "AXTitle"), "Press me");
+  EXPECT_TRUE(snapshot.issues.empty());
+  EXPECT_FALSE(snapshot.wasTruncated);
+}
+
+TEST(Faults, graphsThatAreNoTreesAreReadOnce) {
+  {
+    const RunningProgram program = startFaulty("cycle");
+    const AccessibilitySnapshot snapshot = readFaulty(program);
+    ASSERT_EQ(snapshot.nodes.size(), 3U);
+    EXPECT_EQ(snapshot.nodes[1].childIDs, (std::vector<std::int64_t>{0, 1, 2}));
+  }
+  const RunningProgram program = startFaulty("shared");
+  const AccessibilitySnapshot snapshot = readFaulty(program);
+  ASSERT_EQ(snapshot.nodes.size(), 5U);
+  EXPECT_EQ(snapshot.nodes[2].childIDs, (std::vector<std::int64_t>{3}));
+  EXPECT_EQ(snapshot.nodes[3].parentID, 1);
+}
+
+TEST(Faults, depthIsCutAndCounted) {
+  const RunningProgram program = startFaulty("deep");
+  const AccessibilitySnapshot snapshot = readFaulty(program);
+  EXPECT_EQ(snapshot.nodes.size(), 65U);
+  ASSERT_EQ(snapshot.truncations.size(), 1U);
+  EXPECT_EQ(snapshot.truncations[0],
+            (AccessibilityTruncation{AccessibilityTruncationReason::depthLimit, 64, std::nullopt, 1}));
+}
+
+TEST(Faults, childrenBeyondTheLimitAreCounted) {
+  const RunningProgram program = startFaulty("wide");
+  const AccessibilitySnapshot snapshot = readFaulty(program);
+  EXPECT_EQ(snapshot.nodes.size(), 10'000U);
+  ASSERT_EQ(snapshot.truncations.size(), 1U);
+  EXPECT_EQ(snapshot.truncations[0],
+            (AccessibilityTruncation{AccessibilityTruncationReason::nodeLimit, 1, std::nullopt, 40'002}));
+}
+
+TEST(Faults, aPretendedChildCountIsNoMatter) {
+  const RunningProgram program = startFaulty("lying-count");
+  EXPECT_EQ(countOf(readFaulty(program), "AXStaticText"), 3);
+}
+
+TEST(Faults, textThatComesShortIsNotTakenForTheWhole) {
+  const RunningProgram program = startFaulty("lying-length");
+  const AccessibilitySnapshot snapshot = readFaulty(program);
+  const AccessibilityNode& text = nodeOf(snapshot, "AXTextArea");
+  EXPECT_EQ(text.attribute("AXFullText"), nullptr);
+  EXPECT_EQ(textAttribute(text, "AXValue"), "Hello world");
+  ASSERT_EQ(snapshot.issues.size(), 1U);
+  EXPECT_EQ(snapshot.issues[0].code, "AXTextFallbackRetained");
+}
+
+TEST(Faults, longTextIsCutAndTheRestCounted) {
+  const RunningProgram program = startFaulty("text");
+  const AccessibilitySnapshot snapshot = readFaulty(program);
+  constexpr std::int64_t length = 15 * 700'000;
+  constexpr std::int64_t kept = 500'000;
+  EXPECT_EQ(textAttribute(nodeOf(snapshot, "AXTextArea"), "AXFullText").size(), static_cast<std::size_t>(kept));
+  ASSERT_EQ(snapshot.truncations.size(), 1U);
+  EXPECT_EQ(snapshot.truncations[0], (AccessibilityTruncation{AccessibilityTruncationReason::attributeValueLimit,
+                                                              snapshot.nodes[1].id, "AXFullText", length - kept}));
+}
+
+TEST(Faults, passwordLeavesNeitherTextNorLength) {
+  const RunningProgram program = startFaulty("password");
+  const AccessibilitySnapshot snapshot = readFaulty(program);
+  const AccessibilityNode& field = nodeOf(snapshot, "AXTextField");
+  EXPECT_TRUE(field.isProtected);
+  EXPECT_EQ(field.subrole, "AXSecureTextField");
+  EXPECT_EQ(field.attribute("AXNumberOfCharacters"), nullptr);
+  EXPECT_THAT(allTextOf(snapshot), Not(HasSubstr("open sesame")));
+}
+
+TEST(Faults, namesCannotForgeLines) {
+  const RunningProgram program = startFaulty("garbage");
+  const AccessibilitySnapshot snapshot = readFaulty(program);
+  const std::string text =
+      InterfaceObservationLLMRenderer::render(AccessibilitySemanticNormalizer::normalize(snapshot, {}));
+  EXPECT_EQ(text.find("\n## Coverage"), text.rfind("\n## Coverage"));
+  EXPECT_THAT(text, Not(HasSubstr("\n- 0 semantic interface elements")));
+  EXPECT_THAT(text, Not(HasSubstr("\u2028")));
+  EXPECT_EQ(textAttribute(nodeOf(snapshot, "AXStaticText"), "AXValue").size(), 500'000U);
+}
+
+TEST(Faults, frameWithoutElementsIsReported) {
+  const RunningProgram program = startFaulty("frame-only");
+  const AccessibilitySnapshot snapshot = readFaulty(program);
+  EXPECT_EQ(snapshot.nodes.size(), 1U);
+  EXPECT_GE(snapshot.warnings.size(), 2U) << "besides the note on the match";
+}
+
+/// The seconds that the capture took to fail with `Error`'s case; negative when it did not fail so.
+template <class Case>
+double secondsToFail(const WindowCaptureTarget& target, double timeout) {
+  const auto started = std::chrono::steady_clock::now();
+  try {
+    readWindow(target, timeout);
+  } catch (const AccessibilityCaptureError& error) {
+    EXPECT_TRUE(std::holds_alternative<Case>(error.value())) << error.what();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
+  }
+  ADD_FAILURE() << "the capture succeeded";
+  return -1;
+}
+
+TEST(Faults, hungApplicationIsGivenUpAtTheDeadline) {
+  constexpr double timeout = 1.5;
+  for (const char* mode : {"stop-before", "stop-middle"}) {
+    const RunningProgram program = startFaulty(mode);
+    const WindowCaptureTarget target = awaitWindow(program);
+    const double seconds = secondsToFail<AccessibilityCaptureError::CaptureTimedOut>(target, timeout);
+    EXPECT_NEAR(seconds, timeout, 0.2) << mode;
+  }
+}
+
+TEST(Faults, applicationThatDiesEndsTheCaptureAtOnce) {
+  const RunningProgram program = startFaulty("exit-middle");
+  const WindowCaptureTarget target = awaitWindow(program);
+  const auto started = std::chrono::steady_clock::now();
+  try {
+    const AccessibilitySnapshot snapshot = readWindow(target);
+    EXPECT_FALSE(snapshot.issues.empty());
+  } catch (const AccessibilityCaptureError&) {
+    // Gone before its window was found: as good an answer.
+  }
+  EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::seconds(5));
+}
+
+TEST(Faults, stoppedNeighbourIsNotWaitedFor) {
+  const RunningProgram neighbour = startFaulty("plain");
+  readFaulty(neighbour);
+  const RunningProgram editor({"mousepad", writeFile("note.txt", "beside a stopped one")});
+  readWindowHolding(editor, "beside a stopped one");
+  neighbour.signal(SIGSTOP);
+  const auto started = std::chrono::steady_clock::now();
+  const AccessibilitySnapshot snapshot = readWindow(awaitWindow(editor));
+  EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::seconds(2));
+  EXPECT_THAT(allTextOf(snapshot), HasSubstr("beside a stopped one"));
+}
+
+}  // namespace
+}  // namespace quillo::test

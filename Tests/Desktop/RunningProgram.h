@@ -1,0 +1,50 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace quillo::test {
+
+using Arguments = std::vector<std::string>;
+
+/// A program that a test started; it is ended with the test, also when it is stopped.
+class RunningProgram {
+ public:
+  explicit RunningProgram(const Arguments& arguments);
+  RunningProgram(const RunningProgram&) = delete;
+  RunningProgram& operator=(const RunningProgram&) = delete;
+  ~RunningProgram();
+
+  pid_t pid() const { return pid_; }
+  void signal(int number) const;
+
+ private:
+  pid_t pid_;
+};
+
+/// What a program that ran to its end left.
+struct FinishedProgram {
+  int exitStatus = 0;  ///< 128 and the signal when a signal ended it
+  std::string output;
+  std::string error;
+  double seconds = 0;
+};
+
+/// Runs a program to its end. `environment` entries ("NAME=value", or "NAME" to unset) change the test's own.
+FinishedProgram runProgram(const Arguments& arguments, const std::string& input = {},
+                           const std::vector<std::string>& environment = {});
+
+/// The `quillo` command of this build.
+FinishedProgram runQuillo(const Arguments& arguments, const std::string& input = {},
+                          const std::vector<std::string>& environment = {});
+
+/// Looks until the condition holds; false when it did not within the seconds.
+bool eventually(const std::function<bool()>& condition, double seconds = 15);
+
+/// Writes a file into the desktop's home and gives its path.
+std::string writeFile(const std::string& name, const std::string& text);
+
+}  // namespace quillo::test

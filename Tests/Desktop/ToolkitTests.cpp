@@ -1,0 +1,103 @@
+// What every toolkit's windows must yield, and what they must never yield.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "RunningProgram.h"
+#include "WindowReading.h"
+
+namespace quillo::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+TEST(Toolkits, gtk3EditorGivesDocumentSelectionAndFocus) {
+  const RunningProgram editor({"mousepad", writeFile("letter.txt", "One \U0001F600 two\nthree")});
+  readWindowHolding(editor, "three");
+  // Home of the text, over the first word and the astral character, selected to the right.
+  runProgram({"xdotool", "key", "--clearmodifiers", "ctrl+Home"});
+  runProgram({"xdotool", "key", "--clearmodifiers", "shift+Right", "shift+Right", "shift+Right", "shift+Right",
+              "shift+Right"});
+  AccessibilitySnapshot snapshot;
+  const AccessibilityNode* text = nullptr;
+  eventually([&] {
+    snapshot = readWindow(awaitWindow(editor));
+    text = findNode(snapshot, "AXTextArea");
+    const auto* range = text == nullptr ? nullptr : text->attribute("AXSelectedTextRange");
+    // Four characters and one that takes two UTF-16 units.
+    return range != nullptr && *range == AccessibilityAttributeValue(ArtifactTextRange{.location = 0, .length = 6});
+  });
+  ASSERT_NE(text, nullptr);
+  EXPECT_EQ(textAttribute(*text, "AXFullText"), "One \U0001F600 two\nthree");
+  ASSERT_NE(text->attribute("AXSelectedTextRange"), nullptr);
+  EXPECT_EQ(*text->attribute("AXSelectedTextRange"),
+            AccessibilityAttributeValue(ArtifactTextRange{.location = 0, .length = 6}));
+  EXPECT_EQ(snapshot.focusedNodeID, text->id);
+  EXPECT_EQ(snapshot.rootKind, AccessibilityRootKind::focusedWindow);
+}
+
+TEST(Toolkits, gtk4GalleryIsPlacedOnTheScreenAndKeepsItsPassword) {
+  const RunningProgram gallery({"gtk4-widget-factory"});
+  const AccessibilitySnapshot snapshot = readWindowHolding(gallery, "checkbutton");
+  const WindowCaptureTarget target = awaitWindow(gallery);
+  EXPECT_EQ(snapshot.nodes[0].frame, target.windowFrame);
+  EXPECT_GT(snapshot.nodes.size(), 500U);
+  const std::string all = allTextOf(snapshot);
+  for (const char* words : {"comboboxentry", "Click icon to change mode", "radiobutton"}) {
+    EXPECT_THAT(all, HasSubstr(words));
+  }
+  EXPECT_THAT(all, Not(HasSubstr("\"GtkEntry\""))) << "a class name is no name";
+  std::size_t protectedCount = 0;
+  for (const AccessibilityNode& node : snapshot.nodes) {
+    if (node.subrole == "AXSecureTextField") ++protectedCount;
+    if (node.isProtected) EXPECT_EQ(textAttribute(node, "AXValue"), "");
+  }
+  EXPECT_GT(protectedCount, 0U);
+}
+
+const std::string page = R"(<!doctype html><title>Local page</title>
+<nav><a href="#home">Home</a> <a href="#about">About us</a></nav>
+<h1>Main heading</h1><p>Some <b>bold</b> words.</p>
+<ul><li>First point</li><li>Second point</li></ul>
+<table><tr><th>Name</th><th>Age</th></tr><tr><td>Ann</td><td>42</td></tr></table>
+<form><label for=u>User</label><input id=u value=joe>
+<label for=p>Secret</label><input id=p type=password value="hunter2-very-secret">
+<input type=checkbox id=c checked><label for=c>Remember</label>
+<textarea aria-label=Message>Two
+lines</textarea><button>Send it</button></form>
+<div style="display:none">never shown</div><div hidden>nor this</div>
+<iframe srcdoc="<p>Words in a frame</p>"></iframe>
+<div id=host></div><script>
+host.attachShadow({mode:'open'}).innerHTML='<p>Words in the shadow</p>'</script>)";
+
+TEST(Toolkits, chromiumPageIsReadWithFramesShadowsAndForms) {
+  const std::string profile = "--user-data-dir=" + std::string(std::getenv("HOME")) + "/profile";
+  const RunningProgram browser({"chromium", "--no-sandbox", "--no-first-run", "--disable-gpu",
+                                "--disable-dev-shm-usage", "--password-store=basic", "--disable-background-networking",
+                                "--disable-component-update", "--disable-sync", profile,
+                                "file://" + writeFile("page.html", page)});
+  const AccessibilitySnapshot snapshot = readWindowHolding(browser, "Words in a frame");
+  const std::string all = allTextOf(snapshot);
+  for (const char* words :
+       {"Main heading", "Home", "About us", "bold", "First point", "Second point", "Ann", "42", "User", "joe",
+        "Remember", "Two\\nlines", "Send it", "Words in a frame", "Words in the shadow"}) {
+    EXPECT_THAT(all, HasSubstr(words));
+  }
+  for (const char* words : {"hunter2", "never shown", "nor this", "\u2022\u2022\u2022"}) {
+    EXPECT_THAT(all, Not(HasSubstr(words)));
+  }
+  const AccessibilityNode* heading = findNode(snapshot, "AXHeading", "Main heading");
+  ASSERT_NE(heading, nullptr);
+  EXPECT_EQ(*heading->attribute("AXHeadingLevel"), AccessibilityAttributeValue(std::int64_t{1}));
+  EXPECT_NE(findNode(snapshot, "AXWebArea", "Local page"), nullptr);
+  EXPECT_NE(findNode(snapshot, "AXRow"), nullptr);
+  const AccessibilityNode* checkbox = findNode(snapshot, "AXCheckBox", "Remember");
+  ASSERT_NE(checkbox, nullptr);
+  EXPECT_EQ(*checkbox->attribute("AXValue"), AccessibilityAttributeValue(std::int64_t{1}));
+}
+
+}  // namespace
+}  // namespace quillo::test

@@ -1,0 +1,74 @@
+#include "WindowReading.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "QuilloCore/Capture/AccessibilityContextCapturer.h"
+#include "QuilloLinux/Accessibility/AtspiAccessibilityInterface.h"
+#include "QuilloLinux/Windows/X11WindowList.h"
+
+namespace quillo::test {
+
+WindowCaptureTarget awaitWindow(const RunningProgram& program) {
+  WindowCaptureTarget target;
+  const bool isThere = eventually([&] {
+    for (const WindowListEntry& entry : X11WindowList().onScreenFrontToBack()) {
+      if (entry.processIdentifier != program.pid()) continue;
+      target.processIdentifier = entry.processIdentifier;
+      target.windowID = entry.windowID;
+      target.windowFrame = entry.bounds;
+      target.windowTitle = entry.title;
+      target.equivalentFrames = entry.equivalentBounds;
+      return true;
+    }
+    return false;
+  });
+  EXPECT_TRUE(isThere) << "the program shows no window";
+  return target;
+}
+
+AccessibilitySnapshot readWindow(const WindowCaptureTarget& target, double timeout) {
+  AtspiAccessibilityInterface accessibility;
+  SystemWallClock wallClock;
+  AccessibilityCaptureConfiguration configuration;
+  configuration.captureTimeout = timeout;
+  AccessibilityContextCapturer capturer(accessibility, wallClock, configuration);
+  return capturer.captureSynchronously(target, std::make_shared<AccessibilityCaptureControl>(timeout));
+}
+
+AccessibilitySnapshot readWindowHolding(const RunningProgram& program, const std::string& text) {
+  AccessibilitySnapshot snapshot;
+  std::string lastError;
+  eventually([&] {
+    try {
+      snapshot = readWindow(awaitWindow(program));
+      return allTextOf(snapshot).find(text) != std::string::npos;
+    } catch (const std::exception& error) {
+      lastError = error.what();
+      return false;
+    }
+  });
+  EXPECT_FALSE(snapshot.nodes.empty()) << lastError;
+  return snapshot;
+}
+
+std::string allTextOf(const AccessibilitySnapshot& snapshot) {
+  return encodeJson(snapshot, JsonStyle::compact);
+}
+
+std::string textAttribute(const AccessibilityNode& node, const std::string& name) {
+  const AccessibilityAttributeValue* value = node.attribute(name);
+  const auto* text = value == nullptr ? nullptr : std::get_if<std::string>(value);
+  return text == nullptr ? "" : *text;
+}
+
+const AccessibilityNode* findNode(const AccessibilitySnapshot& snapshot, const std::string& role,
+                                  const std::optional<std::string>& title) {
+  for (const AccessibilityNode& node : snapshot.nodes) {
+    if (node.role == role && (!title || textAttribute(node, "AXTitle") == *title)) return &node;
+  }
+  return nullptr;
+}
+
+}  // namespace quillo::test

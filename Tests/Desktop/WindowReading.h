@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "QuilloCore/Capture/AccessibilitySnapshot.h"
+#include "QuilloCore/Capture/WindowCaptureTarget.h"
+#include "RunningProgram.h"
+
+namespace quillo::test {
+
+/// The program's frontmost window, once it is on the screen; fails the test when none comes.
+WindowCaptureTarget awaitWindow(const RunningProgram& program);
+
+/// Reads the window through the accessibility bus in this process. Throws what the capture throws.
+AccessibilitySnapshot readWindow(const WindowCaptureTarget& target, double timeout = 15);
+
+/// Reads until the snapshot holds the text somewhere (applications draw before they answer); the last snapshot in any
+/// case.
+AccessibilitySnapshot readWindowHolding(const RunningProgram& program, const std::string& text);
+
+/// The snapshot as JSON, where any captured text can be looked for.
+std::string allTextOf(const AccessibilitySnapshot& snapshot);
+
+/// The first node of that role (and, when given, with that title), or null.
+const AccessibilityNode* findNode(const AccessibilitySnapshot& snapshot, const std::string& role,
+                                  const std::optional<std::string>& title = std::nullopt);
+
+/// A string attribute of a node; empty when there is none.
+std::string textAttribute(const AccessibilityNode& node, const std::string& name);
+
+}  // namespace quillo::test
