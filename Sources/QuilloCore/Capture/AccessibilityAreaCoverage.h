@@ -13,7 +13,8 @@ namespace AccessibilityAreaCoverage {
 
 /// The share of the window's area, 0 … 1, that lies well away from every element that says what stands there (text,
 /// controls, images, lists and tables; not panels and other containers). Estimated on a coarse grid, and cautious: the
-/// blank space between and around elements counts as theirs. Nothing when the window has no
+/// blank space around elements counts as theirs, and that of a page or a scrolled area as blank, unless a container
+/// without content (a canvas) lies there. Nothing when the window has no
 /// area, or no element tells where it stands.
 std::optional<double> unexplainedShare(const AccessibilitySnapshot& snapshot, const ArtifactRect& windowFrame);
 

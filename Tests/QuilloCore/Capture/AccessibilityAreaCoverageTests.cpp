@@ -43,6 +43,7 @@ TEST_F(AreaCoverage, ordinaryWindowsRaiseNoWarning) {
                      "    text frame=250,340,500,240\n"),
             quiet)
       << "a narrow column on a wide page";
+  EXPECT_EQ(warnings("  AXWebArea frame=0,50,1000,550\n    AXHeading frame=0,50,1000,40\n"), quiet) << "a short page";
 }
 
 TEST_F(AreaCoverage, saysHowMuchNoElementExplains) {
@@ -52,6 +53,14 @@ TEST_F(AreaCoverage, saysHowMuchNoElementExplains) {
             (std::vector<std::string>{"No element explains about 88% of the window's area. What the application draws "
                                       "there, if anything, shows only in the screenshot."}));
   EXPECT_EQ(warnings("  group frame=0,0,1000,600\n").size(), 1U);
+  EXPECT_EQ(warnings("  AXWebArea frame=0,50,1000,550\n"
+                     "    AXHeading frame=0,50,1000,40\n"
+                     "    group frame=0,90,1000,510\n")
+                .size(),
+            1U)
+      << "a page that draws on a canvas";
+  EXPECT_EQ(warnings("  AXWebArea frame=0,50,1000,550\n  button frame=0,0,1000,50\n").size(), 1U)
+      << "a page that is not described";
   EXPECT_EQ(warnings("  AXWebArea frame=0,0,1000,600 text='all'\n"), quiet) << "its text explains it";
 }
 
