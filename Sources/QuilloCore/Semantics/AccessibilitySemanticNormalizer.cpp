@@ -72,7 +72,8 @@ class GraphWalk {
       : snapshot_(snapshot), index_(index), context_(context) {
     isVisited_.resize(snapshot.nodes.size());
     isActive_.resize(snapshot.nodes.size());
-    tree_.drafts.reserve(snapshot.nodes.size() + 1);
+    tree_.elements.reserve(snapshot.nodes.size() + 1);  // no element moves; pages that stay unused cost nothing
+    tree_.children.reserve(snapshot.nodes.size() + 1);
     next_.reserve(snapshot.nodes.size() + 1);
   }
 
@@ -132,24 +133,20 @@ class GraphWalk {
     isActive_[frame.position] = false;
     const AccessibilityNode& node = snapshot_.nodes[frame.position];
     const std::uint32_t retainedChildCount = frame.results.elementCount;
-    InterfaceElement element = makeElement(node, retainedChildCount, context_);
-    if (shouldRetain(element, retainedChildCount, node.id == snapshot_.rootID)) {
-      return add({.element = std::move(element), .children = members(frame.results)}, 1);
+    InterfaceElement& element = tree_.elements.emplace_back();
+    mapElement(element, node, retainedChildCount, context_);
+    const bool isRetained = shouldRetain(element, retainedChildCount, node.id == snapshot_.rootID);
+    const bool isEmptyCell = !isRetained && element.role == InterfaceSemanticRole::cell && retainedChildCount == 0;
+    if (!isRetained && !isEmptyCell) {
+      tree_.elements.pop_back();
+      return frame.results;
     }
-    const bool isEmptyCell = element.role == InterfaceSemanticRole::cell && retainedChildCount == 0;
-    if (!isEmptyCell) return frame.results;
-    InterfaceDraftElement place;
-    place.element.role = InterfaceSemanticRole::cell;
-    place.element.accessibilitySubrole = std::move(element.accessibilitySubrole);
-    place.isEmptyCell = true;
-    return add(std::move(place), 0);
-  }
-
-  DraftList add(InterfaceDraftElement draft, std::uint32_t elementCount) {
-    const auto index = static_cast<InterfaceDraftIndex>(tree_.drafts.size());
-    tree_.drafts.push_back(std::move(draft));
+    if (isEmptyCell) element.sourceNodeID.reset();
+    const auto draft = static_cast<InterfaceDraftIndex>(tree_.children.size());
+    tree_.children.push_back(isEmptyCell ? std::vector<InterfaceDraftIndex>{} : members(frame.results));
+    tree_.isEmptyCell.push_back(isEmptyCell);
     next_.push_back(none);
-    return {.first = index, .last = index, .count = 1, .elementCount = elementCount};
+    return {.first = draft, .last = draft, .count = 1, .elementCount = isRetained ? 1U : 0U};
   }
 
   void append(DraftList& list, const DraftList& more) {
@@ -182,7 +179,7 @@ class GraphWalk {
   std::vector<bool> isActive_;
   std::vector<Frame> path_;
   InterfaceDraftTree tree_;
-  std::vector<std::uint32_t> next_;  // for each draft the next one of the list that it is in
+  std::vector<std::uint32_t> next_;  // for each element the next one of the list that it is in
 };
 
 InterfaceElement makeSyntheticRoot() {
@@ -196,7 +193,7 @@ InterfaceElement makeSyntheticRoot() {
 void selectRoot(InterfaceDraftTree& tree, std::vector<InterfaceDraftIndex> topLevel, bool synthesizes,
                 std::int64_t sourceRootID) {
   if (topLevel.size() == 1) {
-    const InterfaceElement& only = tree[topLevel.front()].element;
+    const InterfaceElement& only = tree.elements[topLevel.front()];
     const bool isSourceRoot = only.sourceNodeID == sourceRootID;
     if (only.role == InterfaceSemanticRole::application && (!synthesizes || isSourceRoot)) {
       tree.root = topLevel.front();
@@ -207,33 +204,61 @@ void selectRoot(InterfaceDraftTree& tree, std::vector<InterfaceDraftIndex> topLe
     tree.root = topLevel.front();
     return;
   }
-  tree.root = static_cast<InterfaceDraftIndex>(tree.drafts.size());
-  tree.drafts.push_back({makeSyntheticRoot(), std::move(topLevel)});
+  tree.root = static_cast<InterfaceDraftIndex>(tree.elements.size());
+  tree.elements.push_back(makeSyntheticRoot());
+  tree.children.push_back(std::move(topLevel));
+  tree.isEmptyCell.push_back(false);
+}
+
+std::vector<InterfaceDraftIndex> preorder(const InterfaceDraftTree& tree) {
+  std::vector<InterfaceDraftIndex> order;
+  for (InterfaceDraftPreorder walk(tree, tree.root); !walk.isAtEnd();) order.push_back(walk.next());
+  return order;
 }
 
 std::int64_t countRepresentedNodes(const InterfaceDraftTree& tree) {
-  std::int64_t count = 0;
-  for (InterfaceDraftPreorder walk(tree, tree.root); !walk.isAtEnd();) {
-    if (tree[walk.next()].element.sourceNodeID) ++count;
-  }
-  return count;
+  return std::ranges::count_if(
+      preorder(tree), [&](InterfaceDraftIndex index) { return tree.elements[index].sourceNodeID.has_value(); });
 }
 
-std::vector<InterfaceElement> flatten(InterfaceDraftTree& tree) {
-  std::vector<InterfaceElement> elements;
-  tree[tree.root].element.depth = 0;
-  for (InterfaceDraftPreorder walk(tree, tree.root); !walk.isAtEnd();) {
-    InterfaceDraftElement& draft = tree[walk.next()];
-    draft.element.childIDs.reserve(draft.children.size());
-    for (const InterfaceDraftIndex child : draft.children) {
-      InterfaceElement& childElement = tree[child].element;
-      childElement.parentID = draft.element.id;
-      childElement.depth = draft.element.depth + 1;
-      draft.element.childIDs.push_back(childElement.id);
-    }
-    elements.push_back(std::move(draft.element));
+/// Moves `elements[order[i]]` to place i, in place, because a second copy of all elements would cost more memory than
+/// anything else here. What the order does not name is dropped.
+void arrange(std::vector<InterfaceElement>& elements, const std::vector<InterfaceDraftIndex>& order) {
+  std::vector<InterfaceDraftIndex> source = order;
+  std::vector<bool> isNamed(elements.size());
+  for (const InterfaceDraftIndex index : order) isNamed[index] = true;
+  for (InterfaceDraftIndex index = 0; index < elements.size(); ++index) {
+    if (!isNamed[index]) source.push_back(index);
   }
-  return elements;
+  for (InterfaceDraftIndex start = 0; start < order.size(); ++start) {
+    if (source[start] == start) continue;
+    InterfaceElement displaced = std::move(elements[start]);
+    InterfaceDraftIndex place = start;
+    while (source[place] != start) {
+      elements[place] = std::move(elements[source[place]]);
+      place = std::exchange(source[place], place);
+    }
+    elements[place] = std::move(displaced);
+    source[place] = place;
+  }
+  elements.erase(elements.begin() + static_cast<std::ptrdiff_t>(order.size()), elements.end());
+  if (elements.size() < elements.capacity() / 2) elements.shrink_to_fit();
+}
+
+std::vector<InterfaceElement> flatten(InterfaceDraftTree tree) {
+  const std::vector<InterfaceDraftIndex> order = preorder(tree);
+  for (const InterfaceDraftIndex index : order) {
+    InterfaceElement& element = tree.elements[index];
+    element.childIDs.reserve(tree.children[index].size());
+    for (const InterfaceDraftIndex child : tree.children[index]) {
+      InterfaceElement& childElement = tree.elements[child];
+      childElement.parentID = element.id;
+      childElement.depth = element.depth + 1;
+      element.childIDs.push_back(childElement.id);
+    }
+  }
+  arrange(tree.elements, order);
+  return std::move(tree.elements);
 }
 
 /// The counts are of things in memory, so an overflow means that memory is corrupt.
@@ -256,7 +281,7 @@ InterfaceObservation normalize(const AccessibilitySnapshot& snapshot, InterfaceN
   GraphWalk walk(snapshot, index, context);
   std::vector<InterfaceDraftIndex> topLevel = walk.run();
   InterfaceDraftTree tree = walk.takeTree();
-  std::erase_if(topLevel, [&](InterfaceDraftIndex draft) { return tree[draft].isEmptyCell; });
+  std::erase_if(topLevel, [&](InterfaceDraftIndex draft) { return tree.isEmptyCell[draft]; });
   selectRoot(tree, std::move(topLevel), options.synthesizeApplicationRoot, snapshot.rootID);
 
   const std::int64_t representedNodes = countRepresentedNodes(tree);
@@ -267,7 +292,7 @@ InterfaceObservation normalize(const AccessibilitySnapshot& snapshot, InterfaceN
   observation.observedAt = snapshot.capturedAt;
   observation.targetProcessIdentifier = snapshot.targetProcessIdentifier;
   observation.sourceRootKind = snapshot.rootKind;
-  observation.elements = flatten(tree);
+  observation.elements = flatten(std::move(tree));
   observation.rootElementID = observation.elements.front().id;
 
   InterfaceObservationCompleteness& completeness = observation.completeness;

@@ -58,7 +58,7 @@ class CellTextCollector {
     enter(cell);
     while (!path_.empty()) {
       Frame& frame = path_.back();
-      const auto& children = tree_[frame.index].children;
+      const auto& children = tree_.children[frame.index];
       if (frame.nextChild < children.size()) {
         enter(children[frame.nextChild++]);
       } else {
@@ -77,7 +77,7 @@ class CellTextCollector {
   };
 
   void enter(InterfaceDraftIndex index) {
-    const InterfaceElement& element = tree_[index].element;
+    const InterfaceElement& element = tree_.elements[index];
     if (!contributes(element)) return;
     const std::string own = ownText(element);
     if (!own.empty() && !text_.empty()) text_ += ' ';

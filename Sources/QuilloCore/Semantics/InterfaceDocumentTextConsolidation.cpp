@@ -33,7 +33,7 @@ struct Frame {
 void consolidateAuthoritativeDocumentText(InterfaceDraftTree& tree) {
   std::vector<SubstringIndex> coveringTexts;  // with collapsed white space
   const auto enter = [&](InterfaceDraftIndex index, std::optional<std::size_t> inherited) {
-    InterfaceElement& element = tree[index].element;
+    InterfaceElement& element = tree.elements[index];
     Frame frame{.index = index, .inherited = inherited, .covering = inherited};
     if (ownsText(element)) {
       std::string text = collapsingWhiteSpace(*element.content);
@@ -50,7 +50,7 @@ void consolidateAuthoritativeDocumentText(InterfaceDraftTree& tree) {
   std::vector<Frame> path = {enter(tree.root, std::nullopt)};
   while (true) {
     Frame& frame = path.back();
-    auto& children = tree[frame.index].children;
+    auto& children = tree.children[frame.index];
     if (frame.nextChild < children.size()) {
       const InterfaceDraftIndex child = children[frame.nextChild++];
       path.push_back(enter(child, frame.covering));
@@ -58,11 +58,11 @@ void consolidateAuthoritativeDocumentText(InterfaceDraftTree& tree) {
     }
     children.resize(frame.keptChildren);
     const InterfaceDraftIndex done = frame.index;
-    const bool isRemoved = frame.inherited && tree[done].children.empty() && isBareContainer(tree[done].element);
+    const bool isRemoved = frame.inherited && tree.children[done].empty() && isBareContainer(tree.elements[done]);
     path.pop_back();
     if (path.empty()) return;
     Frame& parent = path.back();
-    if (!isRemoved) tree[parent.index].children[parent.keptChildren++] = done;
+    if (!isRemoved) tree.children[parent.index][parent.keptChildren++] = done;
   }
 }
 

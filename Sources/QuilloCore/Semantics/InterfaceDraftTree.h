@@ -10,24 +10,17 @@ namespace quillo {
 
 using InterfaceDraftIndex = std::uint32_t;
 
-/// An element whose parent, child ids and depth are not yet set.
-struct InterfaceDraftElement {
-  InterfaceElement element;
-  std::vector<InterfaceDraftIndex> children;  ///< in source order
-
-  /// A cell that carries nothing and so is no element, but keeps its column's place in a row until the tables are
-  /// aggregated.
-  bool isEmptyCell = false;
-};
-
-/// The tree between the walk and the flattening. Drafts that no list names any more are garbage; a draft is named at
-/// most once, by a draft that stands behind it.
+/// The tree between the walk and the flattening: elements whose parent, child ids and depth are not yet set. Elements
+/// and children stand apart, because elements are large and the passes mostly look at children. What no list names any
+/// more is garbage; an element is named at most once, by one that stands behind it.
 struct InterfaceDraftTree {
-  std::vector<InterfaceDraftElement> drafts;
-  InterfaceDraftIndex root = 0;
+  std::vector<InterfaceElement> elements;
+  std::vector<std::vector<InterfaceDraftIndex>> children;  ///< in source order
 
-  InterfaceDraftElement& operator[](InterfaceDraftIndex index) { return drafts[index]; }
-  const InterfaceDraftElement& operator[](InterfaceDraftIndex index) const { return drafts[index]; }
+  /// Cells that carry nothing and so are no elements, but keep their column's place in a row until the tables are
+  /// aggregated.
+  std::vector<bool> isEmptyCell;
+  InterfaceDraftIndex root = 0;
 };
 
 /// The drafts of a subtree in pre-order, one at a time. No recursion, so any depth will do.

@@ -88,9 +88,8 @@ bool carriesContent(Role role) {
 
 }  // namespace
 
-InterfaceElement makeElement(const AccessibilityNode& node, std::size_t retainedChildCount,
-                             const InterfaceMappingContext& context) {
-  InterfaceElement element;
+void mapElement(InterfaceElement& element, const AccessibilityNode& node, std::size_t retainedChildCount,
+                const InterfaceMappingContext& context) {
   element.id = "element-" + std::to_string(node.id);
   element.sourceNodeID = node.id;
   element.accessibilityRole = node.role;
@@ -126,11 +125,10 @@ InterfaceElement makeElement(const AccessibilityNode& node, std::size_t retained
   element.bounds = node.frame;
   element.visibility = classifyVisibility(node, context.viewport);
   element.isProtected = node.isProtected;
-  if (node.isProtected) return element;
+  if (node.isProtected) return;
 
   if (const auto* value = node.attribute("AXValue")) element.value = *value;
   if (carriesContent(element.role)) element.content = readText(node, "AXFullText");
-  return element;
 }
 
 }  // namespace quillo

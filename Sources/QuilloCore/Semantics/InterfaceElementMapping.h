@@ -16,9 +16,10 @@ struct InterfaceMappingContext {
   bool inferActions = true;
 };
 
-/// The element of one node, without its place in the tree (`parentID`, `childIDs` and `depth` are left unset).
-/// `retainedChildCount`: how many elements the node's children yielded.
-InterfaceElement makeElement(const AccessibilityNode& node, std::size_t retainedChildCount,
-                             const InterfaceMappingContext& context);
+/// Makes a fresh element the one of the node, without its place in the tree (`parentID`, `childIDs` and `depth` are
+/// left unset). Elements are large, so it is made where it is to stay. `retainedChildCount`: how many elements the
+/// node's children yielded.
+void mapElement(InterfaceElement& element, const AccessibilityNode& node, std::size_t retainedChildCount,
+                const InterfaceMappingContext& context);
 
 }  // namespace quillo

@@ -47,13 +47,13 @@ std::string joined(const Texts& texts) {
 
 class Aggregation {
  public:
-  explicit Aggregation(InterfaceDraftTree& tree) : tree_(tree), removals_(tree.drafts.size(), Removal::none) {}
+  explicit Aggregation(InterfaceDraftTree& tree) : tree_(tree), removals_(tree.elements.size(), Removal::none) {}
 
   void run() {
     std::vector<Index> tables;
     for (InterfaceDraftPreorder walk(tree_, tree_.root); !walk.isAtEnd();) {
       const Index index = walk.next();
-      if (isTabular(tree_[index].element.role)) tables.push_back(index);
+      if (isTabular(tree_.elements[index].role)) tables.push_back(index);
     }
     for (const Index table : tables) aggregate(surveyTable(tree_, table));
     removeAbsorbed();
@@ -79,7 +79,7 @@ class Aggregation {
   bool isHeaderRow(const Row& row) const {
     bool hasHeader = false;
     for (std::size_t i = 0; i < row.texts.size(); ++i) {
-      const bool isHeader = isColumnHeaderCell(tree_[row.survey.cells[i]].element);
+      const bool isHeader = isColumnHeaderCell(tree_.elements[row.survey.cells[i]]);
       if (!isHeader && !row.texts[i].empty()) return false;
       hasHeader = hasHeader || isHeader;
     }
@@ -97,7 +97,7 @@ class Aggregation {
   Texts headersOutsideRows(const InterfaceTable& table) const {
     if (!table.looseHeaderCells.empty()) return textsOf(table.looseHeaderCells);
     Texts labels;
-    for (const Index column : table.columns) labels.push_back(tree_[column].element.label.value_or(""));
+    for (const Index column : table.columns) labels.push_back(tree_.elements[column].label.value_or(""));
     return std::ranges::all_of(labels, &std::string::empty) ? Texts{} : labels;
   }
 
@@ -116,7 +116,7 @@ class Aggregation {
     for (std::size_t i = 0; i < rows.size(); ++i) {
       Row& row = rows[i];
       if (!row.survey.isText) continue;
-      InterfaceElementProperties& properties = tree_[row.survey.index].element.properties;
+      InterfaceElementProperties& properties = tree_.elements[row.survey.index].properties;
       if (row.isHeader && namesColumns(rows, i)) {
         headers = std::move(row.texts);
         isCarried = false;
@@ -135,7 +135,7 @@ class Aggregation {
 
   /// Its cells' texts are the headers of the rows below.
   void absorbHeaderRow(Index row) {
-    const InterfaceElement& element = tree_[row].element;
+    const InterfaceElement& element = tree_.elements[row];
     const bool addsWords = element.label && !holdsWords(joined(*element.properties.columnHeaders), *element.label);
     if (!addsWords && !isLeftOutOfTexts(element) && !standsBesideTexts(element, false)) {
       removals_[row] = Removal::whenEmpty;
@@ -146,13 +146,13 @@ class Aggregation {
     for (const Index cell : table.looseHeaderCells) {
       bool stands = false;
       for (InterfaceDraftPreorder walk(tree_, cell); !walk.isAtEnd() && !stands;) {
-        const InterfaceElement& element = tree_[walk.next()].element;
+        const InterfaceElement& element = tree_.elements[walk.next()];
         stands = isLeftOutOfTexts(element) || isStructure(element.role) || standsBesideTexts(element, false);
       }
       if (!stands && holdsWords(carriedHeaders, cellText(tree_, cell))) removals_[cell] = Removal::always;
     }
     for (const Index column : table.columns) {
-      const InterfaceElement& element = tree_[column].element;
+      const InterfaceElement& element = tree_.elements[column];
       const bool addsWords = element.label && !holdsWords(carriedHeaders, *element.label);
       if (!addsWords && !isLeftOutOfTexts(element) && !standsBesideTexts(element, false)) {
         removals_[column] = Removal::whenEmpty;
@@ -168,48 +168,49 @@ class Aggregation {
       bool isInCell;
       bool isDone = false;
     };
-    const bool isRowSelected = tree_[row].element.state.selected.value_or(false);
+    const bool isRowSelected = tree_.elements[row].state.selected.value_or(false);
     std::vector<Index> kept;
     std::vector<std::size_t> starts;  // where in `kept` the results of the open elements begin
     std::vector<Visit> pending;
     const auto push = [&](Index parent, bool isInCell) {
-      for (const Index child : tree_[parent].children | std::views::reverse) pending.push_back({child, isInCell});
+      for (const Index child : tree_.children[parent] | std::views::reverse) pending.push_back({child, isInCell});
     };
     push(row, false);
     while (!pending.empty()) {
       const Visit visit = pending.back();
       pending.pop_back();
-      InterfaceDraftElement& draft = tree_[visit.index];
-      const bool isInCell = visit.isInCell || draft.element.role == Role::cell;
+      const InterfaceElement& element = tree_.elements[visit.index];
+      const bool isInCell = visit.isInCell || element.role == Role::cell;
       if (visit.isDone) {
         const std::size_t start = starts.back();
         starts.pop_back();
-        draft.children.assign(kept.begin() + static_cast<std::ptrdiff_t>(start), kept.end());
+        tree_.children[visit.index].assign(kept.begin() + static_cast<std::ptrdiff_t>(start), kept.end());
         kept.resize(start);
         kept.push_back(visit.index);
-      } else if (isKeptWhole(draft.element)) {
+      } else if (isKeptWhole(element)) {
         kept.push_back(visit.index);
       } else {
-        if (standsBesideTexts(draft.element, isRowSelected) || (!isInCell && hasText(draft.element))) {
+        if (standsBesideTexts(element, isRowSelected) || (!isInCell && hasText(element))) {
           starts.push_back(kept.size());
           pending.push_back({visit.index, visit.isInCell, true});
         }
         push(visit.index, isInCell);
       }
     }
-    tree_[row].children = std::move(kept);
+    tree_.children[row] = std::move(kept);
   }
 
-  /// Containers that held nothing else go, too. Children stand before their parents in `drafts`.
+  /// Containers that held nothing else go, too. Children stand before their parents in the tree.
   void removeAbsorbed() {
     const auto isRemoved = [&](Index index) {
       return removals_[index] == Removal::always ||
-             (removals_[index] == Removal::whenEmpty && tree_[index].children.empty());
+             (removals_[index] == Removal::whenEmpty && tree_.children[index].empty());
     };
-    for (Index index = 0; index < tree_.drafts.size(); ++index) {
-      InterfaceDraftElement& draft = tree_[index];
-      std::erase_if(draft.children, [&](Index child) { return tree_[child].isEmptyCell; });
-      if (std::erase_if(draft.children, isRemoved) > 0 && draft.children.empty() && isBareContainer(draft.element)) {
+    for (Index index = 0; index < tree_.elements.size(); ++index) {
+      std::vector<Index>& children = tree_.children[index];
+      if (children.empty()) continue;
+      std::erase_if(children, [&](Index child) { return tree_.isEmptyCell[child]; });
+      if (std::erase_if(children, isRemoved) > 0 && children.empty() && isBareContainer(tree_.elements[index])) {
         removals_[index] = Removal::always;
       }
     }

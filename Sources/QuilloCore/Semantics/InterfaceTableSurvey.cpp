@@ -10,7 +10,7 @@ using Index = InterfaceDraftIndex;
 
 bool holdsStructure(const InterfaceDraftTree& tree, Index cell) {
   for (InterfaceDraftPreorder walk(tree, cell); !walk.isAtEnd();) {
-    const Role role = tree[walk.next()].element.role;
+    const Role role = tree.elements[walk.next()].role;
     if (isStructure(role) || isTabularRow(role)) return true;
   }
   return false;
@@ -22,7 +22,7 @@ InterfaceTableRow surveyRow(const InterfaceDraftTree& tree, Index row) {
   walk.next();
   while (!walk.isAtEnd()) {
     const Index index = walk.next();
-    const Role role = tree[index].element.role;
+    const Role role = tree.elements[index].role;
     if (role == Role::cell) {
       result.cells.push_back(index);
       if (holdsStructure(tree, index)) result.isText = false;
@@ -73,13 +73,13 @@ InterfaceTable surveyTable(const InterfaceDraftTree& tree, Index table) {
   InterfaceTable result;
   std::vector<Visit> pending;
   const auto push = [&](Index parent, bool isInRow) {
-    for (const Index child : tree[parent].children | std::views::reverse) pending.push_back({child, isInRow});
+    for (const Index child : tree.children[parent] | std::views::reverse) pending.push_back({child, isInRow});
   };
   push(table, false);
   while (!pending.empty()) {
     const Visit visit = pending.back();
     pending.pop_back();
-    const InterfaceElement& element = tree[visit.index].element;
+    const InterfaceElement& element = tree.elements[visit.index];
     if (isTabular(element.role)) continue;
     if (element.role == Role::cell) {
       if (!visit.isInRow && isColumnHeaderCell(element)) result.looseHeaderCells.push_back(visit.index);
