@@ -36,27 +36,40 @@ ElementIndex focusedWebContent(const ElementForest& forest) {
   return focusedArea;
 }
 
-/// Navigation that nobody sees or uses: out of sight, and neither focused, selected nor visible anywhere inside.
+/// Ways to go somewhere that nobody sees or uses: navigation out of sight, and what is inside a closed menu.
 class UnseenNavigation {
  public:
-  explicit UnseenNavigation(const ElementForest& forest) : forest_(forest), noticedBefore_(forest.size() + 1, 0) {
+  explicit UnseenNavigation(const ElementForest& forest)
+      : forest_(forest), noticedBefore_(forest.size() + 1, 0), openBefore_(forest.size() + 1, 0) {
     const auto order = forest.preorder();
     for (std::size_t i = 0; i < order.size(); ++i) {
       const InterfaceElement& element = forest[order[i]];
       const bool isSeen = element.visibility == InterfaceVisibility::visible && hasArea(element);
       const bool isNoticed = isTrue(element.state.focused) || isTrue(element.state.selected) || isSeen;
       noticedBefore_[i + 1] = noticedBefore_[i] + static_cast<std::size_t>(isNoticed);
+      const bool isAway =
+          element.visibility == InterfaceVisibility::offscreen || element.visibility == InterfaceVisibility::hidden;
+      openBefore_[i + 1] = openBefore_[i] + static_cast<std::size_t>(isNoticed || !isAway);
     }
   }
 
-  bool isRoot(ElementIndex element) const {
-    if (forest_[element].role != navigation || !isOutOfSight(forest_[element])) return false;
-    return noticedBefore_[forest_.position(element)] == noticedBefore_[forest_.subtreeEnd(element)];
+  /// Navigation that is out of sight as a whole: neither focused, selected nor visible anywhere inside.
+  bool isUnseenNavigation(ElementIndex element) const {
+    return forest_[element].role == navigation && isOutOfSight(forest_[element]) &&
+           noticedBefore_[forest_.position(element)] == noticedBefore_[forest_.subtreeEnd(element)];
+  }
+
+  /// A menu of which nothing but its name is to be seen.
+  bool isClosedMenu(ElementIndex element) const {
+    return forest_[element].role == menu &&
+           openBefore_[forest_.position(element) + 1] == openBefore_[forest_.subtreeEnd(element)];
   }
 
  private:
   const ElementForest& forest_;
-  std::vector<std::size_t> noticedBefore_;  // in pre-order
+  // In pre-order: how many elements up to there are noticed, and how many the application does not say are away.
+  std::vector<std::size_t> noticedBefore_;
+  std::vector<std::size_t> openBefore_;
 };
 
 }  // namespace
@@ -69,20 +82,33 @@ RenderingScope computeRenderingScope(const ElementForest& forest) {
     scope.omittedOutOfScopeElementCount = total;
     return scope;
   }
-  const ElementIndex area = focusedWebContent(forest);
-  if (area == noElement) {
-    for (const ElementIndex element : forest.preorder()) scope.includedElements.insert(element);
-    return scope;
-  }
-  for (ElementIndex element = area; element != noElement; element = forest.parent(element)) {
-    scope.includedElements.insert(element);
-  }
   const UnseenNavigation unseen(forest);
   const auto order = forest.preorder();
-  for (std::size_t i = forest.position(area); i < forest.subtreeEnd(area);) {
-    const std::size_t end = unseen.isRoot(order[i]) ? forest.subtreeEnd(order[i]) : i;
-    for (; i < end; ++i) scope.omittedNavigationElements.push_back(order[i]);
-    if (i < forest.subtreeEnd(area) && !unseen.isRoot(order[i])) scope.includedElements.insert(order[i++]);
+  // Includes the stretch of the pre-order but for what is inside closed menus, and unseen navigation where `narrows`.
+  const auto include = [&](std::size_t begin, std::size_t end, bool narrows) {
+    const auto omitUntil = [&](std::size_t& position, std::size_t stop) {
+      while (position < stop) scope.omittedNavigationElements.push_back(order[position++]);
+    };
+    for (std::size_t i = begin; i < end;) {
+      const ElementIndex element = order[i];
+      if (narrows && unseen.isUnseenNavigation(element)) {
+        omitUntil(i, forest.subtreeEnd(element));
+        continue;
+      }
+      scope.includedElements.insert(element);
+      ++i;
+      if (unseen.isClosedMenu(element)) omitUntil(i, forest.subtreeEnd(element));
+    }
+  };
+
+  const ElementIndex area = focusedWebContent(forest);
+  if (area == noElement) {
+    include(0, order.size(), false);
+  } else {
+    for (ElementIndex element = forest.parent(area); element != noElement; element = forest.parent(element)) {
+      scope.includedElements.insert(element);
+    }
+    include(forest.position(area), forest.subtreeEnd(area), true);
   }
   scope.omittedNavigationElementCount = static_cast<std::int64_t>(scope.omittedNavigationElements.size());
   scope.omittedOutOfScopeElementCount =
