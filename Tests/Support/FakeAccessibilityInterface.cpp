@@ -147,7 +147,9 @@ class FakeAccessibilityInterface::Session final : public AccessibilitySession {
     if (!members) return std::unexpected(members.error());
     std::vector<AccessibilityValue> page;
     const auto& list = std::get<std::vector<AccessibilityElement>>(*members);
-    for (std::int64_t i = index; i < std::min(std::ssize(list), index + maximumCount); ++i) {
+    const std::int64_t end =
+        owner_[element].ignoresPageEnds ? std::ssize(list) : std::min(std::ssize(list), index + maximumCount);
+    for (std::int64_t i = index; i < end; ++i) {
       // An element without a token stands for a member of a wrong kind.
       const AccessibilityElement member = list[static_cast<std::size_t>(i)];
       page.push_back(member.token == 0 ? AccessibilityValue(std::string("stray")) : AccessibilityValue(member));

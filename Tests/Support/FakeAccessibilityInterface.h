@@ -19,6 +19,7 @@ struct FakeElement {
   std::map<std::string, AccessibilityValue, std::less<>> attributes;  ///< advertised and answered
   std::map<std::string, AccessibilityErrorCode, std::less<>> errors;  ///< answered instead of a value, and advertised
   std::map<std::string, std::int64_t, std::less<>> claimedCounts;     ///< lies about the size of an array
+  bool ignoresPageEnds = false;  ///< a page brings everything from its beginning on
   std::vector<std::string> actions;
   std::vector<std::string> parameterized;         ///< further names that it claims
   std::optional<std::string> text;                ///< answers AXStringForRange, or the markers that it claims

@@ -134,7 +134,8 @@ std::optional<AccessibilityAttributeValue> AccessibilityElementInspector::conver
         using Payload = std::remove_cvref_t<decltype(payload)>;
         if constexpr (std::is_same_v<Payload, std::string>) {
           if (inspection.isProtected) return RedactedValue{};
-          if (AccessibilityCapturePolicy::isSingleLineAttribute(name, inspection.role)) {
+          const bool isTitleOfRoot = nodeID == 0 && name == "AXTitle";
+          if (isTitleOfRoot || AccessibilityCapturePolicy::isSingleLineAttribute(name, inspection.role)) {
             payload = bringingToOneLine(payload);
           }
           auto kept = state_.store(std::move(payload), nodeID, name);

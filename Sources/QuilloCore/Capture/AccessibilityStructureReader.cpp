@@ -8,6 +8,9 @@
 namespace quillo {
 namespace {
 
+// No list is longer; a larger claim would only overflow the sums of what is left out.
+constexpr std::int64_t largestCount = std::int64_t{1} << 40;
+
 std::vector<std::string_view> advertisedStructure(const AdvertisedAttributeNames& advertised) {
   std::vector<std::string_view> attributes;
   for (const std::string_view name : AccessibilityCapturePolicy::structuralAttributes) {
@@ -59,9 +62,10 @@ AccessibilityMembers AccessibilityStructureReader::elementArray(AccessibilityEle
   const auto count = session_.attributeValueCount(element, attribute);
   if (!count) return wholeArray(element, attribute, maximumCount, nodeID);
 
-  const std::int64_t requestedCount = std::max<std::int64_t>(std::min(*count, maximumCount), 0);
+  const std::int64_t claimedCount = std::clamp<std::int64_t>(*count, 0, largestCount);
+  const std::int64_t requestedCount = std::clamp<std::int64_t>(maximumCount, 0, claimedCount);
   AccessibilityMembers result;
-  result.omittedCount = std::max<std::int64_t>(*count, 0) - requestedCount;
+  result.omittedCount = claimedCount - requestedCount;
   readPages(element, attribute, requestedCount, nodeID, result.members);
   return result;
 }

@@ -1,6 +1,7 @@
 #include "QuilloCore/Capture/AccessibilityTextMarkerReader.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -96,7 +97,9 @@ AccessibilityResult<AccessibilityTextMarkerReader::Markers> AccessibilityTextMar
 std::optional<AccessibilityTextMarkerReader::Markers> AccessibilityTextMarkerReader::boundedRange(
     AccessibilityElement element, AccessibilityElement start, std::int64_t units) {
   const auto startIndex = parameterized<std::int64_t>(element, indexForMarker, start);
-  if (!startIndex) return std::nullopt;
+  if (!startIndex || *startIndex < 0 || *startIndex > std::numeric_limits<std::int64_t>::max() - units) {
+    return std::nullopt;
+  }
   const auto end = parameterized<AccessibilityElement>(element, markerForIndex, *startIndex + units);
   if (!end) return std::nullopt;
   return Markers{start, *end};

@@ -91,6 +91,11 @@ TEST_F(TextReader, aTextThatIsShorterThanItsLengthIsNotKept) {
   EXPECT_EQ(read(), R"(AXTextArea AXNumberOfCharacters=4
 warning AXIncompleteTextRead node 1 AXStringForRange: The app returned 3 of 4 requested UTF-16 units; the partial text was discarded.
 )");
+  setText(std::string(70'000, 'x'), 70'000);
+  area().longestTextAnswer = 65'535;
+  EXPECT_EQ(read(), R"(AXTextArea AXNumberOfCharacters=70000
+warning AXIncompleteTextRead node 1 AXStringForRange: The app returned 65535 of 65536 requested UTF-16 units; the partial text was discarded.
+)") << "one unit short, and no surrogate pair to explain it";
   setText("", 0);
   area().attributes["AXValue"] = 0.5;
   EXPECT_EQ(read(), "AXTextArea AXNumberOfCharacters=0 AXValue=0.5\n") << "nothing to read: the value stays";

@@ -1,6 +1,7 @@
 #include "QuilloCore/Capture/AccessibilityTreeWalk.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "CaptureFixture.h"
 #include "QuilloCore/Concurrency/OperationCancelled.h"
@@ -79,12 +80,12 @@ TEST_F(TreeWalk, depthLimitCountsTheMembersWithoutCapturingThem) {
       group
   )");
   const auto list = elements[1];
-  application.setChildren(list, {elements[2], elements[3], elements[4]}, "AXRows");
+  application.setChildren(list, {elements[3], elements[4], application.add()}, "AXRows");
   const auto snapshot = capture();
   EXPECT_EQ(describe(snapshot), R"(0 AXWindow -> 1 2 AXTitle="Inbox"
   1 AXList
   2 AXGroup
-depthLimit node 1 omitted 3
+depthLimit node 1 omitted 4
 )");
 }
 
@@ -105,6 +106,33 @@ TEST_F(TreeWalk, pagesLongListsAndAsksForNoMoreThanIsClaimed) {
     if (call.operation == "attributeValues" && call.name == "AXChildren") pages.emplace_back(call.index, call.count);
   }
   EXPECT_EQ(pages, (std::vector<std::pair<std::int64_t, std::int64_t>>{{0, 2}, {2, 2}, {4, 2}, {6, 2}, {8, 1}}));
+}
+
+TEST_F(TreeWalk, aPageThatBringsTooMuchIsCut) {
+  elements = application.addWindows("window 'Inbox' number=7\n  row\n  row\n  row\n  row\n  row");
+  application[elements[0]].ignoresPageEnds = true;
+  limits.childPageSize = 2;
+  limits.maximumNodeCount = 3;
+  EXPECT_EQ(describe(capture()), R"(0 AXWindow -> 1 2 AXTitle="Inbox"
+  1 AXRow
+  2 AXRow
+nodeLimit node 0 omitted 3
+)");
+}
+
+TEST_F(TreeWalk, claimsOfAbsurdSizesAreCutLikeOthers) {
+  elements = application.addWindows("window 'Inbox' number=7\n  row\n  row");
+  auto& window = application[elements[0]];
+  window.attributes["AXRows"] = window.attributes["AXChildren"];
+  window.claimedCounts = {{"AXChildren", std::numeric_limits<std::int64_t>::max()},
+                          {"AXRows", std::numeric_limits<std::int64_t>::max()}};
+  limits.maximumNodeCount = 2;
+  const auto snapshot = capture();
+  EXPECT_EQ(snapshot.nodeCount, 2);
+  ASSERT_EQ(snapshot.truncations.size(), 1U);
+  EXPECT_GT(snapshot.truncations[0].omittedCount, 1'000'000'000);
+  window.claimedCounts = {{"AXChildren", std::numeric_limits<std::int64_t>::min()}, {"AXRows", 0}};
+  EXPECT_EQ(capture().nodeCount, 1);
 }
 
 TEST_F(TreeWalk, structuralTroubleIsRecordedAndTheRestIsRead) {
