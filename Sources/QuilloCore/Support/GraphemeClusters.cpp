@@ -3,7 +3,9 @@
 #include <unicode/ubrk.h>
 #include <unicode/utext.h>
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <memory>
 #include <stdexcept>
@@ -49,47 +51,120 @@ std::size_t stepThroughSegment(std::string_view segment, std::int64_t maximumCou
   return passed;
 }
 
-/// Whether the code point is of those between which, standing side by side, there is always a boundary: letters,
-/// digits and signs of scripts without conjuncts, and whole Hangul syllables. No control, mark, prefix or emoji.
+struct Range {
+  char32_t first;
+  char32_t last;
+};
+
+/// Characters between which, standing side by side, there is always a boundary: letters, digits and signs of scripts
+/// without conjuncts, whole Hangul syllables, and pictographs (which only a joiner joins). No mark, prefix or control.
+constexpr auto simpleRanges = std::to_array<Range>({
+    {0x0020, 0x007E},                                          // ASCII
+    {0x00A0, 0x00A8},                                          // Latin-1, without the soft hyphen
+    {0x00AA, 0x00AC},   {0x00AF, 0x02FF},   {0x0370, 0x0482},  // Greek, Cyrillic
+    {0x048A, 0x058F},                                          // Cyrillic, Armenian
+    {0x05D0, 0x05EF},                                          // Hebrew
+    {0x0620, 0x064A},                                          // Arabic
+    {0x1E00, 0x1FFF},                                          // Latin and Greek with accents
+    {0x2010, 0x2027},                                          // dashes, quotation marks
+    {0x3001, 0x3029},                                          // ideographic punctuation
+    {0x3041, 0x3096},                                          // kana, Bopomofo
+    {0x309B, 0x312F},   {0x3400, 0x9FFF},                      // ideographs
+    {0xAC00, 0xD7A3},                                          // Hangul syllables
+    {0xFF01, 0xFF9D},                                          // full-width forms
+    {0x1F300, 0x1F3FA},                                        // pictographs, without the skin tones
+    {0x1F400, 0x1F64F}, {0x1F680, 0x1F6FF}, {0x1F900, 0x1F9FF},
+});
+
+constexpr std::size_t simpleLimit = 0x1FA00;
+
+constexpr auto simpleBits = [] {
+  std::array<std::uint64_t, simpleLimit / 64> bits{};
+  for (const Range& range : simpleRanges) {
+    for (char32_t c = range.first; c <= range.last; ++c) bits[c / 64] |= std::uint64_t{1} << (c % 64);
+  }
+  return bits;
+}();
+
 bool isSimple(char32_t c) {
-  if (c < 0x300) return (c >= 0x20 && c < 0x7F) || c == '\n' || (c >= 0xA0 && c != 0xA9 && c != 0xAD && c != 0xAE);
-  return (c >= 0x370 && c < 0x483)        // Greek, Cyrillic
-         || (c >= 0x48A && c < 0x590)     // Cyrillic, Armenian
-         || (c >= 0x5D0 && c < 0x5F0)     // Hebrew letters
-         || (c >= 0x620 && c < 0x64B)     // Arabic letters
-         || (c >= 0x1E00 && c < 0x2000)   // Latin and Greek with marks
-         || (c >= 0x2010 && c < 0x2028)   // dashes, quotation marks, bullets
-         || (c >= 0x3001 && c < 0x302A)   // ideographic punctuation
-         || (c >= 0x3041 && c < 0x3097)   // Hiragana
-         || (c >= 0x309B && c < 0x3130)   // Katakana, Bopomofo
-         || (c >= 0x3400 && c < 0xA000)   // ideographs
-         || (c >= 0xAC00 && c < 0xD7A4)   // Hangul syllables
-         || (c >= 0xFF01 && c < 0xFF9E);  // full-width forms
+  return c < simpleLimit && (simpleBits[c / 64] >> (c % 64) & 1U) != 0;
+}
+
+/// Nothing is joined to it, but LF to CR.
+bool isAsciiControl(char32_t c) {
+  return c < 0x20;
+}
+
+/// A mark that joins the character before it, and to which nothing but further marks is joined.
+bool isPlainMark(char32_t c) {
+  return c >= 0x300 && c <= 0x36F;
+}
+
+/// Steps over ASCII at the beginning, where only CR LF is a cluster of two; stops before a character that what follows
+/// may join.
+std::size_t stepThroughAscii(std::string_view text, std::int64_t maximumCount, std::int64_t& count) {
+  std::string_view run = text;
+  // No more than can be needed.
+  if (maximumCount - count < static_cast<std::int64_t>(text.size() / 2)) {
+    run = text.substr(0, 2 * static_cast<std::size_t>(maximumCount - count) + 1);
+  }
+  run = run.substr(0, asciiPrefixLength(run));
+  if (run.empty()) return 0;
+  const bool isJoinable = run.back() >= ' ' || run.back() == '\r';
+  if (run.size() < text.size() && isJoinable) run.remove_suffix(1);
+  std::int64_t pairs = 0;
+  for (auto at = run.find("\r\n"); at != std::string_view::npos; at = run.find("\r\n", at + 2)) ++pairs;
+  const std::int64_t clusters = static_cast<std::int64_t>(run.size()) - pairs;
+  if (clusters <= maximumCount - count) {
+    count += clusters;
+    return run.size();
+  }
+  std::size_t position = 0;
+  for (; count < maximumCount; ++count) position += run.substr(position).starts_with("\r\n") ? 2 : 1;
+  return position;
+}
+
+/// The end of the stretch that begins at `position` and is ICU's: at the next place between two simple characters,
+/// where there is a boundary whatever stands around.
+std::size_t endOfSegment(std::string_view text, std::size_t position) {
+  bool isPreviousSimple = false;
+  while (position < text.size()) {
+    std::size_t next = position;
+    const bool isNextSimple = isSimple(nextCodePoint(text, next));
+    if (isPreviousSimple && isNextSimple) break;
+    isPreviousSimple = isNextSimple;
+    position = next;
+  }
+  return position;
 }
 
 /// Steps over at most `maximumCount` clusters from the beginning; returns the bytes passed and sets `count`.
 ///
-/// Most text is runs of simple characters, each a cluster of its own when another simple one follows it. Only the
-/// stretches around other characters are given to ICU: from the simple character before them, which may take a mark,
-/// to the next place between two simple ones, where there is a boundary whatever stands around.
+/// Most text is ASCII, or runs of simple characters that may carry plain marks: each is a cluster when another simple
+/// one follows. Only the stretches around other characters are given to ICU.
 std::size_t step(std::string_view text, std::int64_t maximumCount, std::int64_t& count) {
   std::size_t position = 0;
   count = 0;
   while (count < maximumCount && position < text.size()) {
-    std::size_t next = position;
-    bool isPreviousSimple = isSimple(nextCodePoint(text, next));
-    std::size_t end = next;
-    for (std::size_t ahead = next; ahead < text.size(); end = ahead) {
-      const bool isNextSimple = isSimple(nextCodePoint(text, ahead));
-      if (isPreviousSimple && isNextSimple) break;
-      isPreviousSimple = isNextSimple;
+    if (static_cast<unsigned char>(text[position]) < 0x80) {
+      position += stepThroughAscii(text.substr(position), maximumCount, count);
+      if (count == maximumCount || position == text.size()) break;
     }
-    if (end == next && isPreviousSimple) {
+    std::size_t end = position;
+    const bool isFirstSimple = isSimple(nextCodePoint(text, end));
+    std::size_t next = end;
+    char32_t following = 0;
+    while (end < text.size()) {
+      following = nextCodePoint(text, next);
+      if (!isPlainMark(following)) break;
+      end = next;
+    }
+    if (isFirstSimple && (end == text.size() || isSimple(following) || isAsciiControl(following))) {
       ++count;
-      position = next;
+      position = end;
     } else {
-      const std::size_t passed = stepThroughSegment(text.substr(position, end - position), maximumCount, count);
-      position += passed;
+      const std::string_view segment = text.substr(position, endOfSegment(text, position) - position);
+      position += stepThroughSegment(segment, maximumCount, count);
     }
   }
   return position;

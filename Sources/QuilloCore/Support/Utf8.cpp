@@ -51,8 +51,10 @@ Sequence sequenceAt(std::string_view text, std::size_t position) {
   return {length, true};
 }
 
-/// Moves over ASCII eight bytes at a time.
-std::size_t skipAscii(std::string_view text, std::size_t position) {
+}  // namespace
+
+std::size_t asciiPrefixLength(std::string_view text) {
+  std::size_t position = 0;
   for (std::uint64_t eight = 0; position + sizeof(eight) <= text.size(); position += sizeof(eight)) {
     std::memcpy(&eight, text.data() + position, sizeof(eight));
     if ((eight & 0x8080808080808080U) != 0) break;
@@ -61,15 +63,13 @@ std::size_t skipAscii(std::string_view text, std::size_t position) {
   return position;
 }
 
-}  // namespace
-
 std::optional<std::size_t> findInvalidUtf8(std::string_view text) {
-  std::size_t position = skipAscii(text, 0);
+  std::size_t position = asciiPrefixLength(text);
   while (position < text.size()) {
     const Sequence sequence = sequenceAt(text, position);
     if (!sequence.isWellFormed) return position;
     position += sequence.length;
-    if (position < text.size() && byteAt(text, position) < 0x80) position = skipAscii(text, position);
+    if (position < text.size() && byteAt(text, position) < 0x80) position += asciiPrefixLength(text.substr(position));
   }
   return std::nullopt;
 }
@@ -83,15 +83,6 @@ std::string replacingInvalidUtf8(std::string_view text) {
   }
   result.append(text);
   return result;
-}
-
-char32_t nextCodePoint(std::string_view text, std::size_t& position) {
-  const std::uint8_t first = byteAt(text, position++);
-  if (first < 0x80) return first;
-  const int following = first < 0xE0 ? 1 : first < 0xF0 ? 2 : 3;
-  char32_t codePoint = first & (0x3FU >> static_cast<unsigned>(following));
-  for (int i = 0; i < following; ++i) codePoint = codePoint << 6U | (byteAt(text, position++) & 0x3FU);
-  return codePoint;
 }
 
 void appendCodePoint(std::string& text, char32_t codePoint) {

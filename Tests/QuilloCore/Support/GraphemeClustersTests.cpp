@@ -99,8 +99,8 @@ TEST(GraphemeClusters, everySimpleCharacterStandsAloneBesideALetterAndTakesMarks
   const std::unique_ptr<icu::BreakIterator> iterator(
       icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
   ASSERT_TRUE(U_SUCCESS(status));
-  for (char32_t c = 0; c < 0x20000; ++c) {
-    if (c >= 0xD800 && c <= 0xDFFF) continue;
+  for (char32_t c = 0; c < 0x1FB00; ++c) {
+    if (c == 0xD800) c = 0xE000;
     std::string text;
     for (const char32_t part : {c, U'a', c, c, U'\u0301', c, U'가'}) appendCodePoint(text, part);
     ASSERT_EQ(static_cast<std::int64_t>(boundariesByIcu(*iterator, text).size()) - 1, countGraphemeClusters(text))
