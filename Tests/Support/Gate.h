@@ -5,7 +5,7 @@
 
 namespace quillo::test {
 
-/// Closed at first; once open, it lets everybody through. (The library's semaphores lose wake-ups here.)
+/// Closed at first; once open, it lets everybody through.
 class Gate {
  public:
   void open() {
