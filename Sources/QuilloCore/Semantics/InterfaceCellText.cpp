@@ -14,6 +14,16 @@ namespace {
 
 using Role = InterfaceSemanticRole;
 
+/// Their names stand around them on the screen; what one reads in them is the value.
+bool isInput(Role role) {
+  return role == Role::textField || role == Role::searchField || role == Role::textArea || role == Role::comboBox ||
+         role == Role::popUpButton;
+}
+
+bool isToggle(Role role) {
+  return role == Role::checkbox || role == Role::radioButton || role == Role::switchControl;
+}
+
 bool showsItsValue(Role role) {
   return role == Role::text || role == Role::cell || role == Role::heading;
 }
@@ -38,6 +48,9 @@ void addDistinct(std::string& text, std::string more) {
 }
 
 std::string ownText(const InterfaceElement& element) {
+  if (isInput(element.role)) {
+    if (auto value = valueText(element); value && !value->empty()) return *std::move(value);
+  }
   std::string text;
   if (element.label) text = collapsingWhiteSpace(*element.label);
   if (auto value = valueText(element)) addDistinct(text, *std::move(value));
@@ -79,8 +92,15 @@ class CellTextCollector {
   void enter(InterfaceDraftIndex index) {
     const InterfaceElement& element = tree_.elements[index];
     if (!contributes(element)) return;
-    const std::string own = ownText(element);
+    std::string own = ownText(element);
+    // The text beside a toggle usually is its name.
+    const bool isBesideToggle = isToggle(element.role) != isLastToggle_ && lastBegin_ <= text_.size();
+    if (isBesideToggle && std::string_view(text_).substr(lastBegin_) == own) own.clear();
     if (!own.empty() && !text_.empty()) text_ += ' ';
+    if (!own.empty()) {
+      lastBegin_ = text_.size();
+      isLastToggle_ = isToggle(element.role);
+    }
     path_.push_back({.index = index, .ownBegin = text_.size(), .ownEnd = text_.size() + own.size()});
     text_ += own;
   }
@@ -105,6 +125,8 @@ class CellTextCollector {
 
   const InterfaceDraftTree& tree_;
   std::string text_;
+  std::size_t lastBegin_ = 0;  // of the last own text
+  bool isLastToggle_ = false;
   std::vector<Frame> path_;
 };
 
@@ -116,8 +138,8 @@ std::string cellText(const InterfaceDraftTree& tree, InterfaceDraftIndex cell) {
 
 bool saysMoreThanCellText(const InterfaceElement& element) {
   const bool hasOtherValue = element.value && !valueText(element);
-  return element.help || element.placeholder || element.properties.valueDescription || element.properties.url ||
-         hasOtherValue;
+  return isInput(element.role) || element.help || element.placeholder || element.properties.valueDescription ||
+         element.properties.url || hasOtherValue;
 }
 
 }  // namespace quillo

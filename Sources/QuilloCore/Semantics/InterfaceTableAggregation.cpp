@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 #include <ranges>
 #include <string>
 #include <string_view>
@@ -11,7 +12,9 @@
 #include "QuilloCore/Semantics/InterfaceCellText.h"
 #include "QuilloCore/Semantics/InterfaceRetention.h"
 #include "QuilloCore/Semantics/InterfaceTableSurvey.h"
+#include "QuilloCore/Semantics/SubstringIndex.h"
 #include "QuilloCore/Semantics/WholeWords.h"
+#include "QuilloCore/Support/WhiteSpace.h"
 
 namespace quillo {
 namespace {
@@ -25,16 +28,24 @@ bool isLeftOutOfTexts(const InterfaceElement& element) {
 }
 
 /// Such elements stay with everything below them.
-bool isKeptWhole(const InterfaceElement& element) {
-  return isLeftOutOfTexts(element) || isTabularRow(element.role) || isStructure(element.role);
+bool isKeptWhole(const InterfaceElement& element, bool isInCell) {
+  return isLeftOutOfTexts(element) || isTabularRow(element.role) || isStructure(element.role) ||
+         (isListOrHeading(element.role) && !isInCell);
+}
+
+/// Pressing is what header cells are for, and selecting what list items are for.
+bool isExpected(const InterfaceAction& action, const InterfaceElement& element) {
+  if (isColumnHeaderCell(element)) return action.name == "press";
+  return element.role == Role::listItem && action.source == InterfaceActionSource::inferred;
 }
 
 bool standsBesideTexts(const InterfaceElement& element, bool isRowSelected) {
   InterfaceElementState state = element.state;
   // Toolkits that select rows mark each of their cells.
   if (isRowSelected && element.role == Role::cell) state.selected.reset();
-  return hasIndependentState(state) || !element.actions.empty() || !element.identifiers.empty() ||
-         saysMoreThanCellText(element);
+  const bool offersMore =
+      std::ranges::any_of(element.actions, [&](const InterfaceAction& action) { return !isExpected(action, element); });
+  return hasIndependentState(state) || offersMore || !element.identifiers.empty() || saysMoreThanCellText(element);
 }
 
 std::string joined(const Texts& texts) {
@@ -43,6 +54,17 @@ std::string joined(const Texts& texts) {
     if (!text.empty()) all += (all.empty() ? "" : " ") + text;
   }
   return all;
+}
+
+/// Toolkits name rows with their cells' texts, often without blanks between them.
+bool repeats(const std::optional<std::string>& name, const Texts& texts) {
+  if (!name) return true;
+  const auto squeezed = [](std::string_view text) {
+    std::string result;
+    for (const std::string_view piece : splittingAtWhiteSpace(text)) result += piece;
+    return result;
+  };
+  return findSubstring(squeezed(joined(texts)), squeezed(*name)) != std::string::npos;
 }
 
 class Aggregation {
@@ -64,7 +86,8 @@ class Aggregation {
 
   struct Row {
     InterfaceTableRow survey;
-    Texts texts;  // one for each cell, when they can stand for the cells
+    Texts texts;          // one for each cell
+    bool isText = false;  // the texts can stand for the cells
     bool isHeader = false;
   };
 
@@ -94,6 +117,25 @@ class Aggregation {
     return false;
   }
 
+  bool hasHeaders(const InterfaceTable& table) const {
+    const auto isHeader = [&](Index cell) { return isColumnHeaderCell(tree_.elements[cell]); };
+    return !table.looseHeaderCells.empty() ||
+           std::ranges::any_of(table.columns, [&](Index column) { return tree_.elements[column].label.has_value(); }) ||
+           std::ranges::any_of(table.rows,
+                               [&](const InterfaceTableRow& row) { return std::ranges::any_of(row.cells, isHeader); });
+  }
+
+  /// Some toolkits have no rows, and mark every cell of a selected one.
+  bool areAllSelected(const std::vector<Index>& cells) const {
+    bool anySelected = false;
+    for (const Index cell : cells) {
+      if (tree_.isEmptyCell[cell]) continue;
+      if (!tree_.elements[cell].state.selected.value_or(false)) return false;
+      anySelected = true;
+    }
+    return anySelected;
+  }
+
   Texts headersOutsideRows(const InterfaceTable& table) const {
     if (!table.looseHeaderCells.empty()) return textsOf(table.looseHeaderCells);
     Texts labels;
@@ -102,11 +144,13 @@ class Aggregation {
   }
 
   void aggregate(InterfaceTable table) {
+    const bool isData = hasHeaders(table);
     std::vector<Row> rows;
     rows.reserve(table.rows.size());
     for (InterfaceTableRow& survey : table.rows) {
       Row& row = rows.emplace_back(std::move(survey));
-      if (row.survey.isText) row.texts = textsOf(row.survey.cells);
+      row.isText = !row.survey.cells.empty() && !row.survey.holdsStructure && (isData || !row.survey.holdsLists);
+      if (row.isText) row.texts = textsOf(row.survey.cells);
       row.isHeader = isHeaderRow(row);
     }
 
@@ -115,14 +159,19 @@ class Aggregation {
     bool isCarried = false;
     for (std::size_t i = 0; i < rows.size(); ++i) {
       Row& row = rows[i];
-      if (!row.survey.isText) continue;
-      InterfaceElementProperties& properties = tree_.elements[row.survey.index].properties;
+      if (!row.isText) continue;
+      InterfaceElement& element = tree_.elements[row.survey.index];
+      InterfaceElementProperties& properties = element.properties;
       if (row.isHeader && namesColumns(rows, i)) {
         headers = std::move(row.texts);
         isCarried = false;
         properties.columnHeaders = headers;
-        absorbHeaderRow(row.survey.index);
+        if (repeats(element.label, headers)) element.label.reset();
+        const bool saysMore = element.label || isLeftOutOfTexts(element) || standsBesideTexts(element, false);
+        if (!saysMore) removals_[row.survey.index] = Removal::whenEmpty;
       } else {
+        if (repeats(element.label, row.texts)) element.label.reset();
+        if (!element.state.selected && areAllSelected(row.survey.cells)) element.state.selected = true;
         properties.rowValues = std::move(row.texts);
         if (!headers.empty()) properties.columnHeaders = headers;
         if (!isCarried) carriedHeaders.append(" ").append(joined(headers));
@@ -133,21 +182,12 @@ class Aggregation {
     absorbHeadersOutsideRows(table, carriedHeaders);
   }
 
-  /// Its cells' texts are the headers of the rows below.
-  void absorbHeaderRow(Index row) {
-    const InterfaceElement& element = tree_.elements[row];
-    const bool addsWords = element.label && !holdsWords(joined(*element.properties.columnHeaders), *element.label);
-    if (!addsWords && !isLeftOutOfTexts(element) && !standsBesideTexts(element, false)) {
-      removals_[row] = Removal::whenEmpty;
-    }
-  }
-
   void absorbHeadersOutsideRows(const InterfaceTable& table, std::string_view carriedHeaders) {
     for (const Index cell : table.looseHeaderCells) {
       bool stands = false;
       for (InterfaceDraftPreorder walk(tree_, cell); !walk.isAtEnd() && !stands;) {
         const InterfaceElement& element = tree_.elements[walk.next()];
-        stands = isLeftOutOfTexts(element) || isStructure(element.role) || standsBesideTexts(element, false);
+        stands = isKeptWhole(element, true) || standsBesideTexts(element, false);
       }
       if (!stands && holdsWords(carriedHeaders, cellText(tree_, cell))) removals_[cell] = Removal::always;
     }
@@ -187,7 +227,7 @@ class Aggregation {
         tree_.children[visit.index].assign(kept.begin() + static_cast<std::ptrdiff_t>(start), kept.end());
         kept.resize(start);
         kept.push_back(visit.index);
-      } else if (isKeptWhole(element)) {
+      } else if (isKeptWhole(element, isInCell)) {
         kept.push_back(visit.index);
       } else {
         if (standsBesideTexts(element, isRowSelected) || (!isInCell && hasText(element))) {

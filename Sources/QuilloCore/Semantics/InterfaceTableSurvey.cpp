@@ -8,28 +8,25 @@ namespace {
 using Role = InterfaceSemanticRole;
 using Index = InterfaceDraftIndex;
 
-bool holdsStructure(const InterfaceDraftTree& tree, Index cell) {
-  for (InterfaceDraftPreorder walk(tree, cell); !walk.isAtEnd();) {
+void surveyCell(const InterfaceDraftTree& tree, Index cell, InterfaceTableRow& row) {
+  row.cells.push_back(cell);
+  for (InterfaceDraftPreorder walk(tree, cell); !walk.isAtEnd() && !row.holdsStructure;) {
     const Role role = tree.elements[walk.next()].role;
-    if (isStructure(role) || isTabularRow(role)) return true;
+    row.holdsStructure = isStructure(role) || isTabularRow(role);
+    row.holdsLists = row.holdsLists || isListOrHeading(role);
   }
-  return false;
 }
 
 InterfaceTableRow surveyRow(const InterfaceDraftTree& tree, Index row) {
-  InterfaceTableRow result{.index = row, .cells = {}, .isText = true};
+  InterfaceTableRow result{.index = row, .cells = {}};
   InterfaceDraftPreorder walk(tree, row);
   walk.next();
   while (!walk.isAtEnd()) {
     const Index index = walk.next();
     const Role role = tree.elements[index].role;
-    if (role == Role::cell) {
-      result.cells.push_back(index);
-      if (holdsStructure(tree, index)) result.isText = false;
-    }
-    if (role == Role::cell || isTabularRow(role) || isStructure(role)) walk.skipChildren();
+    if (role == Role::cell) surveyCell(tree, index, result);
+    if (role == Role::cell || isTabularRow(role) || isStructure(role) || isListOrHeading(role)) walk.skipChildren();
   }
-  if (result.cells.empty()) result.isText = false;
   return result;
 }
 
@@ -51,8 +48,6 @@ bool isStructure(Role role) {
   switch (role) {
     case Role::table:
     case Role::tree:
-    case Role::list:
-    case Role::heading:
     case Role::document:
     case Role::webArea:
     case Role::textArea:
@@ -63,6 +58,10 @@ bool isStructure(Role role) {
     case Role::menuBar: return true;
     default: return false;
   }
+}
+
+bool isListOrHeading(Role role) {
+  return role == Role::list || role == Role::heading;
 }
 
 InterfaceTable surveyTable(const InterfaceDraftTree& tree, Index table) {

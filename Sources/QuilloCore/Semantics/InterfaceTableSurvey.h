@@ -10,7 +10,8 @@ namespace quillo {
 struct InterfaceTableRow {
   InterfaceDraftIndex index = 0;
   std::vector<InterfaceDraftIndex> cells;
-  bool isText = false;  ///< it has cells, and their texts can stand for them
+  bool holdsLists = false;      ///< a cell holds a list or a heading
+  bool holdsStructure = false;  ///< a cell holds other structure
 };
 
 /// One table or outline: what is its own and not a nested table's, in source order.
@@ -26,6 +27,9 @@ bool isColumnHeaderCell(const InterfaceElement& element);
 
 /// Structure that a cell's text cannot stand for. Tables that only lay out a page are full of it.
 bool isStructure(InterfaceSemanticRole role);
+
+/// Lists and headings: structure in a layout, but in a table of data their texts say enough.
+bool isListOrHeading(InterfaceSemanticRole role);
 
 InterfaceTable surveyTable(const InterfaceDraftTree& tree, InterfaceDraftIndex table);
 

@@ -138,6 +138,43 @@ TEST(NormalizerTable, onlyWhatSaysMoreThanTheTextsStaysBesideThem) {
        "    3 cell \"b\" !enabled\n"
        "    5 cell \"d\" help=\"aid\"\n"
        "    7 progressIndicator value=0.25\n"},
+      {"an input shows its value, a toggle's name stands beside it",
+       "table\n"
+       "  row\n"
+       "    cell\n"
+       "      textField 'Name' value='Bob'\n"
+       "    cell\n"
+       "      checkBox 'Paid' value=0\n"
+       "      text value='Paid'\n"
+       "    cell\n"
+       "      text value='ha'\n"
+       "      text value='ha'\n",
+       "0 table\n"
+       "  1 row rowValues=[\"Bob\", \"Paid\", \"ha ha\"]\n"
+       "    3 textField \"Name\" value=\"Bob\" {edit? focus?}\n"
+       "    5 checkbox \"Paid\" value=0 checked:off {toggle?}\n"},
+      {"a row's name that repeats its cells goes",
+       "table\n"
+       "  row 'src4 kB'\n"
+       "    cell 'src'\n"
+       "    cell '4 kB'\n"
+       "  row 'Folder src'\n"
+       "    cell 'src'\n",
+       "0 table\n"
+       "  1 row rowValues=[\"src\", \"4 kB\"]\n"
+       "  4 row \"Folder src\" rowValues=[\"src\"]\n"},
+      {"a row is selected when all its cells are",
+       "table\n"
+       "  row\n"
+       "    cell 'a' [selected]\n"
+       "    cell\n"
+       "    cell [selected]\n"
+       "  row AXSelected=false\n"
+       "    cell 'b' [selected]\n",
+       "0 table\n"
+       "  1 row selected rowValues=[\"a\", \"\", \"\"]\n"
+       "  5 row !selected rowValues=[\"b\"]\n"
+       "    6 cell \"b\" selected\n"},
       {"cells of a selected row need not say so again",
        "table\n"
        "  row [selected]\n"
@@ -181,18 +218,18 @@ TEST(NormalizerTable, headersComeFromHeaderCellsOrColumnsAndAreNotRepeated) {
        "    cell '2'\n",
        "0 table\n"
        "  6 row columnHeaders=[\"\", \"A\", \"B\"] rowValues=[\"x\", \"1\", \"2\"]\n"},
-      {"headers that can be pressed stay",
+      {"headers that offer more than a press stay",
        "table\n"
        "  group\n"
        "    row\n"
-       "      cell 'A' subrole=AXColumnHeader actions=AXPress\n"
-       "      cell 'B' subrole=AXColumnHeader\n"
+       "      cell 'A' subrole=AXColumnHeader actions=AXPress,AXShowMenu\n"
+       "      cell 'B' subrole=AXColumnHeader actions=AXPress\n"
        "  row\n"
        "    cell '1'\n"
        "    cell '2'\n",
        "0 table\n"
        "  2 row columnHeaders=[\"A\", \"B\"]\n"
-       "    3 cell \"A\" {press}\n"
+       "    3 cell \"A\" {press showMenu}\n"
        "  5 row columnHeaders=[\"A\", \"B\"] rowValues=[\"1\", \"2\"]\n"},
       {"a header that spans columns names none, and headers may change",
        "table\n"
@@ -261,6 +298,23 @@ TEST(NormalizerTable, structureThatTextsCannotStandForIsKept) {
        "0 tree \"Files\"\n"
        "  1 treeItem expanded disclosureLevel=0 rowValues=[\"home\"] {select?}\n"
        "    3 treeItem disclosureLevel=1 rowValues=[\"notes\"] {select?}\n"},
+      {"lists and headings in a table of data are text",
+       "table\n"
+       "  row\n"
+       "    cell 'A' subrole=AXColumnHeader\n"
+       "    cell 'B' subrole=AXColumnHeader\n"
+       "  row\n"
+       "    cell\n"
+       "      heading 'One'\n"
+       "    cell\n"
+       "      list\n"
+       "        listItem\n"
+       "          link 'x'\n"
+       "        listItem\n"
+       "          text value='y'\n",
+       "0 table\n"
+       "  4 row columnHeaders=[\"A\", \"B\"] rowValues=[\"One\", \"x y\"]\n"
+       "    10 link \"x\" {press?}\n"},
       {"a table that lays out a page, and one inside it",
        "table\n"
        "  row\n"
