@@ -2,15 +2,88 @@
 
 #include <CLI/CLI.hpp>
 
+#include <memory>
 #include <sstream>
 
+#include "QuilloCore/Support/Utf8.h"
+
 namespace quillo {
+namespace {
+
+/// What is parsed into the returned options becomes the command when the sub-command is met.
+template <class Options>
+std::shared_ptr<Options> yields(CLI::App* subcommand, ParsedCommandLine& parsed) {
+  auto options = std::make_shared<Options>();
+  subcommand->callback([options, &parsed] { parsed.command = *options; });
+  return options;
+}
+
+/// Empty when the text can be stored.
+std::string isUtf8(const std::string& text) {
+  return findInvalidUtf8(text) ? "the text is not UTF-8" : "";
+}
+
+void addArtifact(CLI::App* subcommand, std::string& artifact) {
+  subcommand->add_option("artifact", artifact, "An identifier, its beginning, or the path of a bundle")
+      ->type_name("ARTIFACT")
+      ->required();
+}
+
+void addEvidence(CLI::App* evidence, const char* name, const char* description, EvidenceOptions::Direction direction,
+                 ParsedCommandLine& parsed) {
+  auto* subcommand = evidence->add_subcommand(name, description);
+  const auto options = yields<EvidenceOptions>(subcommand, parsed);
+  options->direction = direction;
+  subcommand->add_option("file", options->input, "The file; standard input by default")->type_name("FILE");
+}
+
+void addLibraryCommands(CLI::App& app, ParsedCommandLine& parsed) {
+  auto* list = app.add_subcommand("list", "Lists the library, newest first");
+  list->add_flag("--json", yields<ListOptions>(list, parsed)->printsJson, "Print the manifests");
+
+  auto* show = app.add_subcommand("show", "Describes one artifact");
+  const auto showOptions = yields<ShowOptions>(show, parsed);
+  addArtifact(show, showOptions->artifact);
+  show->add_flag("--json", showOptions->printsJson, "Print the manifest");
+
+  auto* text = app.add_subcommand("text", "Prints the text that is pasted for an artifact");
+  addArtifact(text, yields<TextOptions>(text, parsed)->artifact);
+
+  auto* edit = app.add_subcommand("edit", "Changes the title, the note or both");
+  const auto editOptions = yields<EditOptions>(edit, parsed);
+  addArtifact(edit, editOptions->artifact);
+  auto* changes = edit->add_option_group("changes")->require_option(1, 2);
+  changes->add_option("--title", editOptions->title, "The new title")->type_name("TEXT")->check(isUtf8);
+  changes->add_option("--annotations", editOptions->annotations, "The new note")->type_name("TEXT")->check(isUtf8);
+
+  auto* trash = app.add_subcommand("trash", "Moves artifacts to the Trash and prints where they are then");
+  trash->add_option("artifacts", yields<TrashOptions>(trash, parsed)->artifacts, "Identifiers or bundles")
+      ->type_name("ARTIFACT")
+      ->required();
+
+  auto* check = app.add_subcommand("check", "Reads every file of artifacts and tells which are damaged");
+  check
+      ->add_option("artifacts", yields<CheckOptions>(check, parsed)->artifacts,
+                   "Identifiers or bundles; by default all")
+      ->type_name("ARTIFACT");
+
+  using Direction = EvidenceOptions::Direction;
+  auto* evidence = app.add_subcommand("evidence", "Converts between snapshots and canonical evidence");
+  evidence->require_subcommand(1);
+  addEvidence(evidence, "encode", "Turns a snapshot (JSON) into canonical evidence (JSON)", Direction::encode, parsed);
+  addEvidence(evidence, "decode", "Turns canonical evidence (JSON) into a snapshot (JSON)", Direction::decode, parsed);
+}
+
+}  // namespace
 
 ParsedCommandLine parseCommandLine(int argumentCount, const char* const* arguments) {
   ParsedCommandLine parsed;
   CLI::App app("Turns the window in front of you into text for a language model.", "quillo");
   app.set_version_flag("--version", QUILLO_VERSION);
   app.require_subcommand(1);
+  app.fallthrough();
+  app.add_option("--library", parsed.library, "The directory that holds the bundles; by default the user's own")
+      ->type_name("DIR");
 
   SnapshotOptions snapshotOptions;
   auto* snapshot = app.add_subcommand("snapshot", "Reads a window's accessibility tree and prints it as JSON");
@@ -40,6 +113,7 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
     parsed.command = DoctorOptions{};
   });
 
+  addLibraryCommands(app, parsed);
   try {
     app.parse(argumentCount, arguments);
   } catch (const CLI::ParseError& mistake) {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <variant>
+#include <vector>
 
 namespace quillo {
 
@@ -23,15 +24,51 @@ struct RenderOptions {
 
 struct DoctorOptions {};
 
+struct ListOptions {
+  bool printsJson = false;
+};
+
+struct ShowOptions {
+  std::string artifact;
+  bool printsJson = false;
+};
+
+struct TextOptions {
+  std::string artifact;
+};
+
+struct EditOptions {
+  std::string artifact;
+  std::optional<std::string> title;
+  std::optional<std::string> annotations;
+};
+
+struct TrashOptions {
+  std::vector<std::string> artifacts;
+};
+
+struct CheckOptions {
+  std::vector<std::string> artifacts;  ///< all when empty
+};
+
+struct EvidenceOptions {
+  enum class Direction : std::uint8_t { encode, decode };
+
+  Direction direction = Direction::encode;
+  std::string input = "-";
+};
+
 /// What one call of the program is asked to do.
-using CommandOptions = std::variant<SnapshotOptions, ObserveOptions, RenderOptions, DoctorOptions>;
+using CommandOptions = std::variant<SnapshotOptions, ObserveOptions, RenderOptions, DoctorOptions, ListOptions,
+                                    ShowOptions, TextOptions, EditOptions, TrashOptions, CheckOptions, EvidenceOptions>;
 
 /// What the parser made of the command line: something to do, or a text to print and the status to end with (help, the
 /// version, a mistake).
 struct ParsedCommandLine {
   std::optional<CommandOptions> command;
-  std::string output;  ///< for standard output
-  std::string error;   ///< for standard error
+  std::optional<std::string> library;  ///< the directory that the user has named
+  std::string output;                  ///< for standard output
+  std::string error;                   ///< for standard error
   int exitStatus = 0;
 };
 

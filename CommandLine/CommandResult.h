@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exception>
+#include <optional>
 #include <string>
 
 namespace quillo {
@@ -14,9 +15,10 @@ inline constexpr int doneInPart = 3;
 inline constexpr int interrupted = 130;
 }  // namespace ExitStatus
 
-/// What a command has to say: its output, printed with a line feed behind it, and the status to end with.
+/// What a command has to say: its output, printed with a line feed behind it (nothing at all when there is none), and
+/// the status to end with.
 struct CommandResult {
-  std::string output;
+  std::optional<std::string> output = std::nullopt;
   int exitStatus = ExitStatus::done;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CommandLibrary.h"
 #include "CommandOptions.h"
 #include "CommandResult.h"
 #include "QuilloCore/Capture/AccessibilityInterface.h"
@@ -22,5 +23,14 @@ CommandResult runSnapshot(const SnapshotOptions& options, CommandEnvironment& en
 CommandResult runObserve(const ObserveOptions& options);
 CommandResult runRender(const RenderOptions& options);
 CommandResult runDoctor(CommandEnvironment& environment);
+CommandResult runEvidence(const EvidenceOptions& options);
+
+CommandResult runList(const ListOptions& options, CommandLibrary& library);
+CommandResult runShow(const ShowOptions& options, CommandLibrary& library);
+CommandResult runText(const TextOptions& options, CommandLibrary& library);
+CommandResult runEdit(const EditOptions& options, CommandLibrary& library, WallClock& clock);
+/// Prints each new place at once, and each failure.
+CommandResult runTrash(const TrashOptions& options, CommandLibrary& library);
+CommandResult runCheck(const CheckOptions& options, CommandLibrary& library);
 
 }  // namespace quillo

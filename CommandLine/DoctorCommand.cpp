@@ -55,15 +55,16 @@ CommandResult runDoctor(CommandEnvironment& environment) {
   findings.push_back(examineAccessibility());
 
   CommandResult result;
+  std::string report;
   for (const Finding& finding : findings) {
-    if (!result.output.empty()) result.output += '\n';
-    result.output +=
-        fmt::format("{} {}: {}", finding.isGood() ? "ok     " : "missing", finding.subject, finding.finding);
+    if (!report.empty()) report += '\n';
+    report += fmt::format("{} {}: {}", finding.isGood() ? "ok     " : "missing", finding.subject, finding.finding);
     if (!finding.isGood()) {
-      result.output += fmt::format("\n        {}", finding.remedy);
+      report += fmt::format("\n        {}", finding.remedy);
       result.exitStatus = ExitStatus::failed;
     }
   }
+  result.output = std::move(report);
   return result;
 }
 

@@ -1,13 +1,20 @@
 #include <csignal>
 #include <exception>
+#include <functional>
+#include <optional>
+#include <string>
 #include <variant>
 
+#include "CommandLibrary.h"
 #include "CommandOptions.h"
 #include "CommandResult.h"
 #include "Commands.h"
+#include "QuilloCore/Artifacts/PosixFileSystem.h"
 #include "QuilloCore/Concurrency/OperationCancelled.h"
+#include "QuilloCore/Support/UUID.h"
 #include "QuilloLinux/Accessibility/AtspiAccessibilityInterface.h"
 #include "QuilloLinux/Desktop/DesktopEntries.h"
+#include "QuilloLinux/Desktop/GioTrash.h"
 #include "QuilloLinux/Windows/X11RunningApplications.h"
 #include "QuilloLinux/Windows/X11WindowList.h"
 
@@ -19,24 +26,64 @@ ApplicationIdentity identityOf(const std::string& windowClass) {
   return entry ? ApplicationIdentity{entry->localizedName, entry->id} : ApplicationIdentity{};
 }
 
-struct RunCommand {
-  CommandEnvironment& environment;
+/// Calls `command(library)` with the library that the user has named, or the user's own.
+CommandResult withLibrary(const std::optional<std::string>& directory, WallClock& clock,
+                          const std::function<CommandResult(CommandLibrary&)>& command) {
+  PosixFileSystem fileSystem;
+  GioTrash trash;
+  RandomUUIDGenerator identifiers;
+  CommandLibrary library(directory, fileSystem, {fileSystem, trash, clock, identifiers});
+  return command(library);
+}
 
-  CommandResult operator()(const SnapshotOptions& options) const { return runSnapshot(options, environment); }
+class RunCommand {
+ public:
+  RunCommand(CommandEnvironment& environment, const std::optional<std::string>& libraryDirectory)
+      : environment_(environment), libraryDirectory_(libraryDirectory) {}
+
+  CommandResult operator()(const SnapshotOptions& options) const { return runSnapshot(options, environment_); }
   CommandResult operator()(const ObserveOptions& options) const { return runObserve(options); }
   CommandResult operator()(const RenderOptions& options) const { return runRender(options); }
-  CommandResult operator()(const DoctorOptions& /*options*/) const { return runDoctor(environment); }
+  CommandResult operator()(const DoctorOptions& /*options*/) const { return runDoctor(environment_); }
+  CommandResult operator()(const EvidenceOptions& options) const { return runEvidence(options); }
+
+  CommandResult operator()(const ListOptions& options) const {
+    return onLibrary([&](CommandLibrary& library) { return runList(options, library); });
+  }
+  CommandResult operator()(const ShowOptions& options) const {
+    return onLibrary([&](CommandLibrary& library) { return runShow(options, library); });
+  }
+  CommandResult operator()(const TextOptions& options) const {
+    return onLibrary([&](CommandLibrary& library) { return runText(options, library); });
+  }
+  CommandResult operator()(const EditOptions& options) const {
+    return onLibrary([&](CommandLibrary& library) { return runEdit(options, library, environment_.wallClock); });
+  }
+  CommandResult operator()(const TrashOptions& options) const {
+    return onLibrary([&](CommandLibrary& library) { return runTrash(options, library); });
+  }
+  CommandResult operator()(const CheckOptions& options) const {
+    return onLibrary([&](CommandLibrary& library) { return runCheck(options, library); });
+  }
+
+ private:
+  CommandResult onLibrary(const std::function<CommandResult(CommandLibrary&)>& command) const {
+    return withLibrary(libraryDirectory_, environment_.wallClock, command);
+  }
+
+  CommandEnvironment& environment_;
+  const std::optional<std::string>& libraryDirectory_;
 };
 
-int run(const CommandOptions& command) {
+int run(const CommandOptions& command, const std::optional<std::string>& libraryDirectory) {
   AtspiAccessibilityInterface accessibility;
   X11WindowList windowList;
   X11RunningApplications applications(identityOf);
   SystemWallClock wallClock;
   CommandEnvironment environment{accessibility, windowList, applications, wallClock};
   try {
-    const CommandResult result = std::visit(RunCommand{environment}, command);
-    printOutput(result.output + "\n");
+    const CommandResult result = std::visit(RunCommand(environment, libraryDirectory), command);
+    if (result.output) printOutput(*result.output + "\n");
     return result.exitStatus;
   } catch (const OperationCancelled&) {
     return ExitStatus::interrupted;
@@ -50,7 +97,7 @@ int runMain(int argumentCount, const char* const* arguments) {
   // A reader that has gone away is an error like any other, reported by its own name.
   std::signal(SIGPIPE, SIG_IGN);
   const ParsedCommandLine parsed = parseCommandLine(argumentCount, arguments);
-  if (parsed.command) return run(*parsed.command);
+  if (parsed.command) return run(*parsed.command, parsed.library);
   try {
     printOutput(parsed.output);
   } catch (const StreamError& error) {

@@ -171,19 +171,23 @@ StoredArtifact ArtifactStore::update(const StoredArtifact& stored, const Artifac
 }
 
 std::optional<fs::path> ArtifactStore::moveToTrash(const UUID& id) {
-  return moveBundleToTrash(id, bundlePath(id));
+  const fs::path path = bundlePath(id);
+  if (!exists(path)) throw Error(Error::ArtifactNotFound{id});
+  return moveBundleToTrash(path, id);
 }
 
-std::optional<fs::path> ArtifactStore::moveBundleToTrash(const UUID& id, const fs::path& bundlePath) {
-  if (!exists(bundlePath)) throw Error(Error::ArtifactNotFound{id});
+std::optional<fs::path> ArtifactStore::moveBundleToTrash(const fs::path& bundlePath, const std::optional<UUID>& id) {
+  const auto fail = [&](std::string reason) {
+    if (id) throw Error(Error::CouldNotMoveArtifactToTrash{*id, std::move(reason)});
+    throw TrashError(std::move(reason));
+  };
   std::optional<fs::path> newPath;
   try {
     newPath = services_.trash.moveToTrash(bundlePath);
   } catch (const std::exception& error) {
-    throw Error(Error::CouldNotMoveArtifactToTrash{id, error.what()});
+    fail(error.what());
   }
-  if (exists(bundlePath))
-    throw Error(Error::CouldNotMoveArtifactToTrash{id, "the bundle remained in its original location"});
+  if (exists(bundlePath)) fail("the bundle remained in its original location");
   return newPath;
 }
 

@@ -63,7 +63,9 @@ class ArtifactStore {
 
   /// Returns the bundle's new place, if the system says so.
   std::optional<std::filesystem::path> moveToTrash(const UUID& id);
-  std::optional<std::filesystem::path> moveBundleToTrash(const UUID& id, const std::filesystem::path& bundlePath);
+  /// The same for a bundle anywhere, damaged or not. Without an identifier, failures are TrashError.
+  std::optional<std::filesystem::path> moveBundleToTrash(const std::filesystem::path& bundlePath,
+                                                         const std::optional<UUID>& id);
 
  private:
   std::unique_ptr<Directory> prepareRoot();

@@ -31,6 +31,7 @@ TEST(ArtifactRepository, runsOperationsOfManyThreadsOneAtATime) {
   ArtifactRepository repository(ArtifactStore("/library", {fileSystem, trash, clock, identifiers}, fakeProjection()));
   std::vector<std::thread> threads;
   constexpr int threadCount = 4;
+  threads.reserve(threadCount);
   for (int t = 0; t < threadCount; ++t) {
     threads.emplace_back([&repository] {
       RandomUUIDGenerator ownIdentifiers;

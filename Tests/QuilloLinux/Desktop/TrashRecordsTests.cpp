@@ -24,7 +24,7 @@ TEST(TrashRecords, sayWhereAnItemCameFrom) {
 
 TEST(TrashRecords, findTheItemThatWasTrashedLast) {
   const TemporaryDirectory directory;
-  const fs::path trash = directory.path();
+  const fs::path& trash = directory.path();
   const auto put = [&](const std::string& name, const std::string& path, int minutesAgo, bool hasItem) {
     const fs::path record = trash / "info" / (name + ".trashinfo");
     writeFile(record, "[Trash Info]\nPath=" + path + "\n");
