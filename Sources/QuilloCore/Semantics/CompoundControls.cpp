@@ -1,5 +1,8 @@
 #include "QuilloCore/Semantics/CompoundControls.h"
 
+#include <cstddef>
+#include <span>
+
 #include "QuilloCore/Semantics/InterfaceElementTexts.h"
 
 namespace quillo {
@@ -10,24 +13,51 @@ bool absorbsLabels(InterfaceSemanticRole role) {
   return role == textField || role == textArea || role == searchField || role == comboBox;
 }
 
+bool isLabelledBeside(InterfaceSemanticRole role) {
+  using enum InterfaceSemanticRole;
+  return role == popUpButton || role == checkbox || role == radioButton || role == switchControl || role == slider ||
+         role == stepper;
+}
+
+class LabelAbsorption {
+ public:
+  LabelAbsorption(const RenderContext& context, RenderPlan& plan) : context_(context), plan_(plan) {}
+
+  void absorbAmong(std::span<const ElementForest::Child> children) {
+    for (std::size_t i = 0; i < children.size(); ++i) {
+      const ElementIndex control = children[i].element;
+      if (control == noElement || !context_.isInScope(control)) continue;
+      const ElementIndex before = i > 0 ? children[i - 1].element : noElement;
+      const ElementIndex after = i + 1 < children.size() ? children[i + 1].element : noElement;
+      if (absorbsLabels(context_[control].role) && isLabel(before, control)) {
+        plan_.compoundEditableControlIDs.insert(control);
+        plan_.suppressedCompoundLabelElementIDs.insert(before);
+      } else if (isLabelledBeside(context_[control].role)) {
+        if (isLabel(before, control))
+          plan_.silentElementIDs.insert(before);
+        else if (isLabel(after, control))
+          plan_.silentElementIDs.insert(after);
+      }
+    }
+  }
+
+ private:
+  bool isLabel(ElementIndex text, ElementIndex control) const {
+    const auto& label = context_[control].label;
+    return text != noElement && context_.isInScope(text) && context_.isPlainTextLeaf(text) && !plan_.isSilent(text) &&
+           label && isPrintable(*label) && agreeButForWhiteSpace(*label, context_.primaryText(text));
+  }
+
+  const RenderContext& context_;
+  RenderPlan& plan_;
+};
+
 }  // namespace
 
 void absorbAdjacentLabels(const RenderContext& context, RenderPlan& plan) {
+  LabelAbsorption absorption(context, plan);
   for (const ElementIndex parent : context.forest().preorder()) {
-    if (!context.isInScope(parent)) continue;
-    ElementIndex previous = noElement;
-    for (const ElementForest::Child child : context.forest().children(parent)) {
-      if (child.element != noElement && previous != noElement && context.isInScope(child.element) &&
-          context.isPlainTextLeaf(previous)) {
-        const InterfaceElement& control = context[child.element];
-        if (absorbsLabels(control.role) && control.label && isPrintable(*control.label) &&
-            agreeButForWhiteSpace(*control.label, context.primaryText(previous))) {
-          plan.compoundEditableControlIDs.insert(child.element);
-          plan.suppressedCompoundLabelElementIDs.insert(previous);
-        }
-      }
-      previous = child.element;
-    }
+    if (context.isInScope(parent)) absorption.absorbAmong(context.forest().children(parent));
   }
 }
 

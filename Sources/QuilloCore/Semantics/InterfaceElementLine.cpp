@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <variant>
 
 #include "QuilloCore/Semantics/InterfaceElementTexts.h"
@@ -127,11 +128,22 @@ struct ValueRendering {
   std::string operator()(const RedactedValue&) const { return "<redacted>"; }
 };
 
+/// Whether the value is the mark that a state word already tells.
+bool isCheckMark(const InterfaceElement& element) {
+  if (!element.state.checked) return false;
+  const InterfaceCheckState checked = *element.state.checked;
+  if (const auto* flag = std::get_if<bool>(&*element.value)) return *flag == (checked == InterfaceCheckState::on);
+  const auto mark = static_cast<std::int64_t>(checked);  // 0 off, 1 on, 2 mixed
+  if (const auto* integer = std::get_if<std::int64_t>(&*element.value)) return *integer == mark;
+  if (const auto* number = std::get_if<double>(&*element.value)) return *number == static_cast<double>(mark);
+  return false;
+}
+
 /// The value as the line prints it; empty for none. A protected element shows at most that its value was withheld.
 std::string valueOnLine(const InterfaceElement& element, std::string_view primary) {
   if (!element.value) return {};
   const bool isWithheld = std::holds_alternative<RedactedValue>(*element.value);
-  if (element.isProtected && !isWithheld) return {};
+  if ((element.isProtected && !isWithheld) || isCheckMark(element)) return {};
   if (const auto* text = std::get_if<std::string>(&*element.value)) {
     if (!printsStringValue(element, primary) || hasLineBreak(*text)) return {};
   }
@@ -218,15 +230,16 @@ std::vector<std::string> meaningfulActions(const InterfaceElement& element) {
 }
 
 bool saysMoreThanItsTexts(const InterfaceElement& element) {
-  const bool hasTypedValue = element.value && !std::holds_alternative<std::string>(*element.value);
+  const bool hasTypedValue =
+      element.value && !std::holds_alternative<std::string>(*element.value) && !isCheckMark(element);
   return !stateWords(element).empty() || element.visibility == InterfaceVisibility::hidden || hasTypedValue ||
          !meaningfulActions(element).empty() || !meaningfulRoleDescription(element).empty();
 }
 
-std::string elementLine(const InterfaceElement& element, std::string_view primary, bool isEditable) {
+std::string elementLine(const InterfaceElement& element, std::string_view primary, ElementLineOptions options) {
   std::string line = displayRole(element);
-  appendWords(line, element, isEditable);
-  if (!primary.empty()) line.append(" ").append(quoted(primary));
+  appendWords(line, element, options.isEditable);
+  if (!primary.empty() && !options.leavesOutName) line.append(" ").append(quoted(primary));
   if (const std::string value = valueOnLine(element, primary); !value.empty()) line.append(", value: ").append(value);
   appendActions(line, element);
   return line;

@@ -26,11 +26,16 @@ std::string_view meaningfulRoleDescription(const InterfaceElement& element);
 /// Whether the line says anything beside the role: a state, a value that is no string, an action, a role description.
 bool saysMoreThanItsTexts(const InterfaceElement& element);
 
+struct ElementLineOptions {
+  bool isEditable = false;     ///< a control that absorbed the label before it
+  bool leavesOutName = false;  ///< the line above has printed it
+};
+
 /// The element on one line, without indentation and dash:
 ///
 ///     button (disabled) "Reply", actions: archive
 ///     text field (focused, editable) "Name", value: "Ada"
-std::string elementLine(const InterfaceElement& element, std::string_view primary, bool isEditable);
+std::string elementLine(const InterfaceElement& element, std::string_view primary, ElementLineOptions options = {});
 
 /// Whether the element is a row that prints its cells' texts.
 bool hasRowReference(const InterfaceElement& element);

@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <variant>
 
 #include "QuilloCore/Semantics/PrintableText.h"
+#include "QuilloCore/Support/NumberFormatting.h"
 #include "QuilloCore/Support/Utf8.h"
 #include "QuilloCore/Support/WhiteSpace.h"
 
@@ -31,6 +34,15 @@ bool isNamedApartFromValue(InterfaceSemanticRole role) {
   using enum InterfaceSemanticRole;
   return role == textField || role == textArea || role == searchField || role == comboBox || role == popUpButton ||
          role == slider || role == stepper;
+}
+
+/// Whether the description of the value is nothing but its number.
+bool repeatsTypedValue(const InterfaceElement& element) {
+  const auto& description = element.properties.valueDescription;
+  if (!description || !element.value) return false;
+  if (const auto* number = std::get_if<double>(&*element.value)) return *description == formatNumber(*number);
+  if (const auto* integer = std::get_if<std::int64_t>(&*element.value)) return *description == std::to_string(*integer);
+  return false;
 }
 
 /// The code point at or behind `position` that is no white space, or one blank for a run of it; leading and trailing
@@ -82,7 +94,7 @@ std::string_view printableStringValue(const InterfaceElement& element) {
   return text != nullptr && !element.isProtected && isPrintable(*text) ? std::string_view(*text) : std::string_view();
 }
 
-std::string_view primaryText(const InterfaceElement& element) {
+std::string_view untrimmedPrimaryText(const InterfaceElement& element) {
   const std::string_view label = printable(element.label);
   const std::string_view description = printable(element.description);
   const std::string_view help = printable(element.help);
@@ -96,6 +108,13 @@ std::string_view primaryText(const InterfaceElement& element) {
   }
   if (isNamedApartFromValue(element.role)) return first({label, description, placeholder, help});
   return first({label, description, printableStringValue(element), help, placeholder});
+}
+
+std::string_view primaryText(const InterfaceElement& element) {
+  std::string_view text = untrimmedPrimaryText(element);
+  while (text.starts_with(' ')) text.remove_prefix(1);
+  while (text.ends_with(' ')) text.remove_suffix(1);
+  return text;
 }
 
 bool agreeButForWhiteSpace(std::string_view first, std::string_view second) {
@@ -124,7 +143,9 @@ std::vector<ElementDetail> distinctDetails(const InterfaceElement& element, std:
   add("description", printable(element.description));
   add("help", printable(element.help));
   add("placeholder", printable(element.placeholder));
-  if (!element.isProtected) add("value detail", printable(element.properties.valueDescription));
+  if (!element.isProtected && !repeatsTypedValue(element)) {
+    add("value detail", printable(element.properties.valueDescription));
+  }
   return details;
 }
 

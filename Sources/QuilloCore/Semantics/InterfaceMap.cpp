@@ -17,13 +17,6 @@ namespace {
 
 using enum InterfaceSemanticRole;
 
-/// An indicator whose every use is to show a value, and that has none.
-bool isIdleIndicator(const InterfaceElement& element, std::string_view primary) {
-  const bool isIndicator = element.role == scrollBar || element.role == valueIndicator;
-  return isIndicator && primary.empty() && !element.isProtected && !saysMoreThanItsTexts(element) &&
-         distinctDetails(element, primary).empty();
-}
-
 class MapWalk {
  public:
   MapWalk(const RenderContext& context, const RenderPlan& plan, TextLines& lines)
@@ -65,7 +58,7 @@ class MapWalk {
     noteSurroundings(index);
     const InterfaceElement& element = context_[index];
     if (hasRowReference(element)) printColumns(index, level);
-    const bool isPrinted = !plan_.isSilent(index) && !isIdleIndicator(element, context_.primaryText(index));
+    const bool isPrinted = !plan_.isSilent(index);
     if (isPrinted) print(index, level);
     path_.push_back({index, 0, isPrinted ? level + 1 : level});
   }
@@ -80,8 +73,9 @@ class MapWalk {
   }
 
   void print(ElementIndex index, std::size_t level) {
-    const bool isEditable = plan_.compoundEditableControlIDs.contains(index);
-    lines_.addIndented(level, "- " + mapLine(context_, plan_, index, isEditable));
+    const ElementLineOptions options = {.isEditable = plan_.compoundEditableControlIDs.contains(index),
+                                        .leavesOutName = plan_.namedAroundElementIDs.contains(index)};
+    lines_.addIndented(level, "- " + mapLine(context_, plan_, index, options));
     const InterfaceElement& element = context_[index];
     for (const ElementDetail& detail : detailsOf(index)) printDetail(detail, level + 1);
     if (element.role == row || element.role == treeItem) printPlaceInOutline(index, level + 1);
@@ -159,12 +153,13 @@ class MapWalk {
 
 }  // namespace
 
-std::string mapLine(const RenderContext& context, const RenderPlan& plan, ElementIndex element, bool isEditable) {
+std::string mapLine(const RenderContext& context, const RenderPlan& plan, ElementIndex element,
+                    ElementLineOptions options) {
   if (hasRowReference(context[element])) return rowReference(context[element]);
   if (const auto merged = plan.mergedTextByElementID.find(element); merged != plan.mergedTextByElementID.end()) {
     return displayRole(context[element]) + " " + quoted(merged->second);  // its members have nothing but their text
   }
-  return elementLine(context[element], context.primaryText(element), isEditable);
+  return elementLine(context[element], context.primaryText(element), options);
 }
 
 void appendInterfaceMap(const RenderContext& context, const RenderPlan& plan, TextLines& lines) {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+
+#include "QuilloCore/Semantics/InterfaceElementLine.h"
 #include "QuilloCore/Semantics/RenderContext.h"
 #include "QuilloCore/Semantics/RenderPlan.h"
 #include "QuilloCore/Semantics/TextLines.h"
@@ -8,7 +11,8 @@ namespace quillo {
 
 /// The element on one line as the map and the current state print it: a row by its cells' texts, a merged run with all
 /// of its text.
-std::string mapLine(const RenderContext& context, const RenderPlan& plan, ElementIndex element, bool isEditable);
+std::string mapLine(const RenderContext& context, const RenderPlan& plan, ElementIndex element,
+                    ElementLineOptions options = {});
 
 /// "## Interface map" with the tree from the root, and "### Additional interface elements" with those that the root
 /// does not lead to.

@@ -61,8 +61,12 @@ class NamingTexts {
       const ElementIndex parent = context_.forest().parent(element);
       if (parent == noElement) continue;
       named[element] = context_.primaryText(parent).empty() ? named[parent] : parent;
-      if (named[element] == noElement || !context_.isPlainTextLeaf(element) || plan_.isSilent(element)) continue;
-      if (names(element, named[element])) plan_.namingTextElementIDs.insert(element);
+      if (named[element] == noElement || context_.primaryText(element).empty() || plan_.isSilent(element)) continue;
+      if (context_.isPlainTextLeaf(element)) {
+        if (names(element, named[element])) plan_.silentElementIDs.insert(element);
+      } else if (!plan_.namedAroundElementIDs.contains(element) && isWholeName(element, named[element])) {
+        plan_.namedAroundElementIDs.insert(element);
+      }
     }
   }
 
@@ -73,10 +77,15 @@ class NamingTexts {
   };
 
   bool names(ElementIndex text, ElementIndex owner) {
+    if (isWholeName(text, owner)) return true;
+    return isNamedByItsTexts(context_[owner].role) && !claimed_.contains(owner) && isPartOfName(text, owner);
+  }
+
+  /// Once for each owner.
+  bool isWholeName(ElementIndex inner, ElementIndex owner) {
     const InterfaceSemanticRole role = context_[owner].role;
-    if (!mayHoldItsCaption(role) && !isNamedByItsTexts(role)) return false;
-    if (agreeButForWhiteSpace(context_.primaryText(text), context_.primaryText(owner))) return captioned_.insert(owner);
-    return isNamedByItsTexts(role) && isPartOfName(text, owner);
+    return (mayHoldItsCaption(role) || isNamedByItsTexts(role)) &&
+           agreeButForWhiteSpace(context_.primaryText(inner), context_.primaryText(owner)) && claimed_.insert(owner);
   }
 
   /// Takes the text's words from the name, in order, so that a second text needs the name to hold them twice.
@@ -98,7 +107,7 @@ class NamingTexts {
   const RenderContext& context_;
   SemanticTokenizer& tokenizer_;
   RenderPlan& plan_;
-  ElementIndexSet captioned_ = ElementIndexSet(context_.forest().size());
+  ElementIndexSet claimed_ = ElementIndexSet(context_.forest().size());
   std::unordered_map<ElementIndex, Name> names_;
   std::vector<std::uint32_t> words_;
 };

@@ -6,8 +6,9 @@
 
 namespace quillo {
 
-/// Finds the texts inside a button, link, heading and their like from which it has its name, and the caption inside a
-/// group that is its label: the name on the outer line has already printed them.
+/// Finds what repeats the name of the element around it. The texts inside a button, link, heading and their like from
+/// which it has its name, and the caption that labels a group, are silenced; an element that says more than such a text
+/// (the link that is a whole heading) keeps its line, without the name.
 void findNamingTexts(const RenderContext& context, SemanticTokenizer& tokenizer, RenderPlan& plan);
 
 }  // namespace quillo

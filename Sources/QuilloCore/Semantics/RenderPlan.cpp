@@ -16,15 +16,13 @@ RenderPlan::RenderPlan(std::size_t elementCount, RenderingScope renderingScope)
       emptyTabularRowIDs(elementCount),
       scopeSuppressedAggregateContentIDs(elementCount),
       scope(std::move(renderingScope)),
-      passiveRowElementIDs(elementCount),
-      namingTextElementIDs(elementCount),
-      emptiedContainerIDs(elementCount) {}
+      silentElementIDs(elementCount),
+      namedAroundElementIDs(elementCount) {}
 
 bool RenderPlan::isSilent(ElementIndex element) const {
   return coveredTextElementIDs.contains(element) || suppressedCompoundLabelElementIDs.contains(element) ||
          suppressedMergedTextElementIDs.contains(element) || emptyTabularRowIDs.contains(element) ||
-         passiveRowElementIDs.contains(element) || namingTextElementIDs.contains(element) ||
-         emptiedContainerIDs.contains(element);
+         silentElementIDs.contains(element);
 }
 
 }  // namespace quillo

@@ -44,12 +44,11 @@ struct RenderPlan {
   /// What lies in the rendering scope, and what it left out.
   RenderingScope scope;
 
-  /// Elements that a row's line stands for, and rows that the line of column headers stands for.
-  ElementIndexSet passiveRowElementIDs;
-  /// Texts from which an element around them has its name.
-  ElementIndexSet namingTextElementIDs;
-  /// Containers of which nothing is left to print.
-  ElementIndexSet emptiedContainerIDs;
+  /// Elements without a line of their own since another line says all of it: the cells of a row, the text that is a
+  /// button's name, a container around a single line.
+  ElementIndexSet silentElementIDs;
+  /// Elements whose line leaves out their name, which the element around them has printed.
+  ElementIndexSet namedAroundElementIDs;
 
   /// Whether the element has no line of its own; its children may have.
   bool isSilent(ElementIndex element) const;

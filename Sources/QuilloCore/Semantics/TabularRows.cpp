@@ -35,7 +35,7 @@ bool hasVisibleCell(const InterfaceElement& element) {
 class RowTexts {
  public:
   RowTexts(const InterfaceElement& element, SemanticTokenizer& tokenizer)
-      : values_(*element.properties.rowValues), tokenizer_(tokenizer) {}
+      : values_(*element.properties.rowValues), isClaimed_(values_.size()), tokenizer_(tokenizer) {}
 
   bool holds(std::string_view text) {
     words_.clear();
@@ -45,6 +45,17 @@ class RowTexts {
     }
     if (!index_) index_.emplace(wordsOfCells());
     return index_->find(words_, 0, index_->size()).has_value();
+  }
+
+  /// Whether the text is a whole cell's that was not claimed before.
+  bool claimCell(std::string_view text) {
+    if (text.empty()) return false;
+    for (std::size_t i = 0; i < values_.size(); ++i) {
+      if (isClaimed_[i] || !agreeButForWhiteSpace(values_[i], text)) continue;
+      isClaimed_[i] = true;
+      return true;
+    }
+    return false;
   }
 
  private:
@@ -60,6 +71,7 @@ class RowTexts {
   }
 
   const std::vector<std::string>& values_;
+  std::vector<bool> isClaimed_;
   SemanticTokenizer& tokenizer_;
   std::optional<TokenSequenceIndex> index_;
   std::vector<std::uint32_t> words_;
@@ -73,7 +85,7 @@ class PassiveRowElements {
   void run() {
     for (const ElementIndex element : context_.forest().preorder()) {
       if (!context_.isInScope(element) || !hasRowReference(context_[element])) continue;
-      if (repeatsColumnHeaders(context_[element])) plan_.passiveRowElementIDs.insert(element);
+      if (repeatsColumnHeaders(context_[element])) plan_.silentElementIDs.insert(element);
       findInside(element);
     }
     findEmptyRows();
@@ -93,8 +105,12 @@ class PassiveRowElements {
     for (std::size_t i = forest.position(rowElement) + 1; i < end;) {
       const ElementIndex element = forest.preorder()[i];
       const bool isOtherRow = hasRowReference(context_[element]);
-      if (!isOtherRow && context_.isInScope(element) && isStoodForBy(texts, element)) {
-        plan_.passiveRowElementIDs.insert(element);
+      if (!isOtherRow && context_.isInScope(element)) {
+        if (isStoodForBy(texts, element)) {
+          plan_.silentElementIDs.insert(element);
+        } else if (texts.claimCell(context_.primaryText(element))) {
+          plan_.namedAroundElementIDs.insert(element);
+        }
       }
       i = isOtherRow ? forest.subtreeEnd(element) : i + 1;
     }
