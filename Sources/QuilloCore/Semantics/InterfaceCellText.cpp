@@ -116,7 +116,7 @@ class CellTextCollector {
     // around a long text takes linear time.
     constexpr std::size_t multiple = 16;
     constexpr std::size_t always = 4096;
-    if (holdsWords(own, children)) {
+    if (children.size() <= ownSize && holdsWords(own, children)) {
       text_.resize(frame.ownEnd);
     } else if (children.size() <= multiple * ownSize + always && holdsWords(children, own)) {
       text_.erase(frame.ownBegin, ownSize + 1);

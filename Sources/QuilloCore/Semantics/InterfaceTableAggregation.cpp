@@ -83,6 +83,7 @@ class Aggregation {
 
  private:
   enum class Removal : std::uint8_t { none, whenEmpty, always };
+  enum class Children : std::uint8_t { surroundCells, areCells };
 
   struct Row {
     InterfaceTableRow survey;
@@ -107,6 +108,17 @@ class Aggregation {
       hasHeader = hasHeader || isHeader;
     }
     return hasHeader;
+  }
+
+  /// A first row without cells is taken for the columns' titles, one for each child; it counts as a header row only
+  /// where another row has as many cells.
+  void readTitles(Row& row) const {
+    const std::vector<Index>& children = tree_.children[row.survey.index];
+    const bool isPlain = std::ranges::none_of(
+        children, [&](Index child) { return isKeptWhole(tree_.elements[child], false) || tree_.isEmptyCell[child]; });
+    if (!row.survey.cells.empty() || children.empty() || !isPlain) return;
+    row.texts = textsOf(children);
+    row.isHeader = std::ranges::none_of(row.texts, &std::string::empty);
   }
 
   /// Whether a row before the next header row has as many cells; a header that spans columns names none of them.
@@ -154,12 +166,14 @@ class Aggregation {
       row.isHeader = isHeaderRow(row);
     }
 
+    if (!rows.empty()) readTitles(rows.front());
+
     Texts headers = headersOutsideRows(table);
     std::string carriedHeaders;
     bool isCarried = false;
     for (std::size_t i = 0; i < rows.size(); ++i) {
       Row& row = rows[i];
-      if (!row.isText) continue;
+      if (!row.isText && !(row.isHeader && namesColumns(rows, i))) continue;
       InterfaceElement& element = tree_.elements[row.survey.index];
       InterfaceElementProperties& properties = element.properties;
       if (row.isHeader && namesColumns(rows, i)) {
@@ -177,7 +191,7 @@ class Aggregation {
         if (!isCarried) carriedHeaders.append(" ").append(joined(headers));
         isCarried = true;
       }
-      pruneRow(row.survey.index);
+      pruneRow(row.survey.index, row.isText ? Children::surroundCells : Children::areCells);
     }
     absorbHeadersOutsideRows(table, carriedHeaders);
   }
@@ -202,7 +216,7 @@ class Aggregation {
 
   /// Keeps, in source order, the outermost descendants that stand beside the row's texts. What stands outside every
   /// cell keeps its own text, because no entry holds it.
-  void pruneRow(Index row) {
+  void pruneRow(Index row, Children role) {
     struct Visit {
       Index index;
       bool isInCell;
@@ -215,7 +229,7 @@ class Aggregation {
     const auto push = [&](Index parent, bool isInCell) {
       for (const Index child : tree_.children[parent] | std::views::reverse) pending.push_back({child, isInCell});
     };
-    push(row, false);
+    push(row, role == Children::areCells);
     while (!pending.empty()) {
       const Visit visit = pending.back();
       pending.pop_back();

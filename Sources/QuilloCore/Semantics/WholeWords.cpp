@@ -1,6 +1,7 @@
 #include "QuilloCore/Semantics/WholeWords.h"
 
 #include <cstddef>
+#include <string>
 
 #include "QuilloCore/Semantics/SubstringIndex.h"
 #include "QuilloCore/Support/LetterCase.h"
@@ -9,33 +10,28 @@
 namespace quillo {
 namespace {
 
-bool isWordPart(std::string_view text, std::size_t position) {
-  return isLetterDigitOrMark(nextCodePoint(text, position));
-}
-
-std::size_t startOfCodePointBefore(std::string_view text, std::size_t position) {
-  do {
-    --position;
-  } while (position > 0 && (static_cast<unsigned char>(text[position]) & 0xC0U) == 0x80U);
-  return position;
+/// The words, each with a blank on both sides.
+std::string wordsOf(std::string_view text) {
+  std::string words = " ";
+  for (std::size_t position = 0; position < text.size();) {
+    const std::size_t begin = position;
+    const bool isWordPart = isLetterDigitOrMark(nextCodePoint(text, position));
+    if (isWordPart) {
+      words += text.substr(begin, position - begin);
+    } else if (words.back() != ' ') {
+      words += ' ';
+    }
+  }
+  if (words.back() != ' ') words += ' ';
+  return words;
 }
 
 }  // namespace
 
 bool holdsWords(std::string_view text, std::string_view sought) {
-  if (sought.empty()) return true;
-  constexpr int maximumAttempts = 16;
-  std::size_t begin = 0;
-  for (int attempt = 0; attempt < maximumAttempts; ++attempt, ++begin) {
-    begin = findSubstring(text, sought, begin);
-    if (begin == std::string_view::npos) return false;
-    const std::size_t end = begin + sought.size();
-    const bool cutsFirst = begin > 0 && isWordPart(sought, 0) && isWordPart(text, startOfCodePointBefore(text, begin));
-    const bool cutsLast =
-        end < text.size() && isWordPart(text, end) && isWordPart(sought, startOfCodePointBefore(sought, sought.size()));
-    if (!cutsFirst && !cutsLast) return true;
-  }
-  return false;
+  const std::string words = wordsOf(sought);
+  if (words.size() == 1) return findSubstring(text, sought) != std::string_view::npos;
+  return findSubstring(wordsOf(text), words) != std::string_view::npos;
 }
 
 }  // namespace quillo

@@ -65,9 +65,16 @@ TEST(NormalizerTable, rowCarriesOneTextForEachOutermostCell) {
        "    cell 'Total: 15 EUR'\n"
        "      text value='15'\n"
        "    cell 'Name'\n"
-       "      text 'Name:'\n",
+       "      text 'Name:'\n"
+       "    cell '1 2'\n"
+       "      text value='\u2022 '\n"
+       "      text value='1'\n"
+       "      text value='\u2022 '\n"
+       "      text value='2'\n"
+       "    cell '-'\n"
+       "      text value='-'\n",
        "0 table\n"
-       "  1 row rowValues=[\"1 15\", \"Total: 15 EUR\", \"Name:\"]\n"},
+       "  1 row rowValues=[\"1 15\", \"Total: 15 EUR\", \"Name:\", \"\u2022 1 \u2022 2\", \"-\"]\n"},
       {"what one reads of a number is its text",
        "table\n"
        "  row\n"
@@ -279,6 +286,31 @@ TEST(NormalizerTable, headersComeFromHeaderCellsOrColumnsAndAreNotRepeated) {
        "0 table\n"
        "  1 row columnHeaders=[\"A\", \"\", \"C\"] rowValues=[\"1\", \"2\", \"3\"]\n"
        "  7 column \"C\" selected\n"},
+      {"a first row of plain titles",
+       "table\n"
+       "  row\n"
+       "    group\n"
+       "      text value='A'\n"
+       "    group\n"
+       "      text value='B'\n"
+       "  list\n"
+       "    row\n"
+       "      cell '1'\n"
+       "      cell '2'\n",
+       "0 table\n"
+       "  6 list\n"
+       "    7 row columnHeaders=[\"A\", \"B\"] rowValues=[\"1\", \"2\"]\n"},
+      {"a first row of text that fits no row",
+       "table\n"
+       "  row\n"
+       "    text value='Note'\n"
+       "  row\n"
+       "    cell '1'\n"
+       "    cell '2'\n",
+       "0 table\n"
+       "  1 row\n"
+       "    2 text value=\"Note\"\n"
+       "  3 row rowValues=[\"1\", \"2\"]\n"},
       {"columns without rows stay",
        "table\n"
        "  column 'A'\n",
