@@ -6,6 +6,7 @@
 
 #include "QuilloCore/Semantics/InterfaceActions.h"
 #include "QuilloCore/Semantics/InterfaceAttributeReading.h"
+#include "QuilloCore/Semantics/InterfaceContentRange.h"
 #include "QuilloCore/Semantics/InterfaceRoleMapping.h"
 #include "QuilloCore/Semantics/InterfaceVisibilityClassification.h"
 
@@ -86,6 +87,16 @@ bool carriesContent(Role role) {
   return role == Role::textArea || role == Role::document || role == Role::webArea;
 }
 
+void mapContent(InterfaceElement& element, const AccessibilityNode& node) {
+  element.content = readText(node, "AXFullText");
+  if (!element.content) return;
+  const auto& raw = std::get<std::string>(*node.attribute("AXFullText"));
+  if (raw.size() == element.content->size()) return;
+  for (auto* range : {&element.properties.selectedTextRange, &element.properties.visibleTextRange}) {
+    if (*range) *range = rangeInCleanText(raw, **range);
+  }
+}
+
 }  // namespace
 
 void mapElement(InterfaceElement& element, const AccessibilityNode& node, std::size_t retainedChildCount,
@@ -128,7 +139,7 @@ void mapElement(InterfaceElement& element, const AccessibilityNode& node, std::s
   if (node.isProtected) return;
 
   if (const auto* value = node.attribute("AXValue")) element.value = *value;
-  if (carriesContent(element.role)) element.content = readText(node, "AXFullText");
+  if (carriesContent(element.role)) mapContent(element, node);
 }
 
 }  // namespace quillo

@@ -10,6 +10,7 @@
 
 #include "QuilloCore/Semantics/AccessibilitySemanticNormalizer.h"
 #include "QuilloCore/Semantics/InterfaceActions.h"
+#include "QuilloCore/Semantics/InterfaceContentRange.h"
 #include "QuilloCore/Semantics/InterfaceRoleMapping.h"
 #include "Tests/Support/ObservationText.h"
 #include "Tests/Support/SnapshotBuilder.h"
@@ -98,6 +99,23 @@ TEST(NormalizerMapping, valueKeepsItsTypeAndContentBelongsToDocuments) {
       {"textField text=all value=part", "textField value=\"part\" {edit? focus?}"},
       {"text value=<redacted>", "text value=redacted"},
   });
+}
+
+TEST(NormalizerMapping, rangesFollowTheCharactersOfTheCleanedContent) {
+  const auto mappedRange = [](std::string_view raw, std::int64_t location, std::int64_t length) {
+    const ArtifactTextRange clean = rangeInCleanText(raw, {.location = location, .length = length});
+    return std::to_string(clean.location) + "+" + std::to_string(clean.length);
+  };
+  EXPECT_EQ(mappedRange(" \n ab\r\ncd\re ", 3, 2), "0+2");
+  EXPECT_EQ(mappedRange(" \n ab\r\ncd\re ", 0, 4), "0+1");
+  EXPECT_EQ(mappedRange(" \n ab\r\ncd\re ", 4, 5), "1+4");  // "b", the pair, "cd"
+  EXPECT_EQ(mappedRange(" \n ab\r\ncd\re ", 7, 0), "3+0");
+  EXPECT_EQ(mappedRange(" \n ab\r\ncd\re ", 11, 1), "7+0");
+  EXPECT_EQ(mappedRange(" \n ab\r\ncd\re ", 12, 0), "7+0");
+  EXPECT_EQ(mappedRange(" \n ab\r\ncd\re ", 12, 1), "12+1");  // beyond the text
+  EXPECT_EQ(mappedRange(" \U0001F600a ", 3, 1), "2+1");
+  EXPECT_EQ(mapped("textArea text='\\n\\nab' AXSelectedTextRange=2..3"),
+            "textArea content=\"ab\" selectedTextRange=0+1 {edit? focus?}");
 }
 
 TEST(NormalizerMapping, booleansAreReadFromEveryTypeThatStandsForOne) {

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string_view>
+
+#include "QuilloCore/Support/Geometry.h"
+
+namespace quillo {
+
+/// A range of an application's text as the range of the same characters in the text that an observation carries:
+/// trimmed, with line breaks as LF. A range that does not lie within the text is returned as it is, for nothing can be
+/// said of it.
+ArtifactTextRange rangeInCleanText(std::string_view rawText, const ArtifactTextRange& range);
+
+}  // namespace quillo
