@@ -3,7 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <filesystem>
 #include <string>
+#include <vector>
 
 #include "RunningProgram.h"
 #include "WindowReading.h"
@@ -58,6 +61,15 @@ TEST(Toolkits, gtk4GalleryIsPlacedOnTheScreenAndKeepsItsPassword) {
   EXPECT_GT(protectedCount, 0U);
 }
 
+// An entry that shows marks has the role of any other, and its text interface hands the secret out.
+TEST(Toolkits, gtk4EntriesThatConcealTheirTextArePasswords) {
+  const RunningProgram program({QUILLO_TEST_PROGRAMS "/gtk4-secrets.py"});
+  const AccessibilitySnapshot snapshot = readWindowHolding(program, "last words");
+  EXPECT_THAT(allTextOf(snapshot), HasSubstr("plain words"));
+  EXPECT_THAT(allTextOf(snapshot), Not(HasSubstr("secret of")));
+  EXPECT_EQ(std::ranges::count(snapshot.nodes, true, &AccessibilityNode::isProtected), 4);
+}
+
 const std::string page = R"(<!doctype html><title>Local page</title>
 <nav><a href="#home">Home</a> <a href="#about">About us</a></nav>
 <h1>Main heading</h1><p>Some <b>bold</b> words.</p>
@@ -97,6 +109,65 @@ TEST(Toolkits, chromiumPageIsReadWithFramesShadowsAndForms) {
   const AccessibilityNode* checkbox = findNode(snapshot, "AXCheckBox", "Remember");
   ASSERT_NE(checkbox, nullptr);
   EXPECT_EQ(*checkbox->attribute("AXValue"), AccessibilityAttributeValue(std::int64_t{1}));
+}
+
+TEST(Toolkits, firefoxPageKeepsTheWordsBetweenElements) {
+  const std::string profile = writeFile("profile", "") + "-folder";
+  std::filesystem::create_directory(profile);
+  const std::string mixed =
+      page +
+      "<p>Before \U0001F600 <a href='https://example.org/'>the link</a> after it.</p><ul><li>A <a "
+      "href='#'>second</a> point";
+  const RunningProgram browser(
+      {"firefox-esr", "--no-remote", "--profile", profile, "file://" + writeFile("page.html", mixed)});
+  const AccessibilitySnapshot snapshot = readWindowHolding(browser, "Words in a frame");
+  const std::string all = allTextOf(snapshot);
+  for (const char* words : {"Main heading", "Some bold words.", "First point", "Ann", "joe", "Two\\nlines",
+                            "Words in the shadow", "Before \U0001F600", "the link", "after it.", "second"}) {
+    EXPECT_THAT(all, HasSubstr(words));
+  }
+  for (const char* words : {"hunter2", "never shown", "nor this", "\u25CF\u25CF", "\u2022\u2022"}) {
+    EXPECT_THAT(all, Not(HasSubstr(words)));
+  }
+  const AccessibilityNode* link = findNode(snapshot, "AXLink", "the link");
+  ASSERT_NE(link, nullptr);
+  EXPECT_EQ(textAttribute(*link, "AXURL"), "https://example.org/");
+  // Words and elements in the order in which one reads them.
+  std::vector<std::string> paragraph;
+  for (const std::int64_t child : snapshot.nodes[*link->parentID].childIDs) {
+    const AccessibilityNode& node = snapshot.nodes[child];
+    paragraph.push_back(textAttribute(node, "AXTitle") + textAttribute(node, "AXValue"));
+  }
+  EXPECT_EQ(paragraph, (std::vector<std::string>{"Before \U0001F600", "the link", "after it."}));
+}
+
+TEST(Toolkits, qtWidgetsGiveRowsLabelsAndKeepTheirSecrets) {
+  const RunningProgram widgets({QUILLO_QT_PROGRAM});
+  const AccessibilitySnapshot snapshot = readWindowHolding(widgets, "First tab");
+  const std::string all = allTextOf(snapshot);
+  for (const char* words : {"Your user name", "Remember me", "Austria", "Volume", "Vienna", "Letters",
+                            "A note \U0001F600 of\\ntwo lines", "on the first tab"}) {
+    EXPECT_THAT(all, HasSubstr(words));
+  }
+  for (const char* words : {"secret of mode", "never shown", "on the second tab", "\u25CF\u25CF"}) {
+    EXPECT_THAT(all, Not(HasSubstr(words)));
+  }
+  EXPECT_EQ(std::ranges::count(snapshot.nodes, true, &AccessibilityNode::isProtected), 3);
+
+  const AccessibilityNode* user = findNode(snapshot, "AXTextField", "User");
+  ASSERT_NE(user, nullptr);
+  EXPECT_EQ(textAttribute(*user, "AXValue"), "joe");
+  EXPECT_EQ(snapshot.focusedNodeID, user->id);
+  // The toolkit gives neither rows nor positions of cells: one row of headers and two of cells.
+  const AccessibilityNode* table = findNode(snapshot, "AXTable");
+  ASSERT_NE(table, nullptr);
+  std::vector<std::string> rows;
+  for (const AccessibilityNode& node : snapshot.nodes) {
+    if (node.parentID != table->id || node.role != "AXRow") continue;
+    std::string& row = rows.emplace_back();
+    for (const std::int64_t cell : node.childIDs) row += textAttribute(snapshot.nodes[cell], "AXTitle") + "|";
+  }
+  EXPECT_EQ(rows, (std::vector<std::string>{"Name|City|", "1|Ann|Vienna|", "2|Bob|Bruges|"}));
 }
 
 }  // namespace

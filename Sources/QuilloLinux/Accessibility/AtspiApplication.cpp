@@ -95,12 +95,13 @@ void AtspiApplication::awaitTree() {
   constexpr std::size_t sampledCount = 150;
   constexpr int steadyReadingsWanted = 2;
   constexpr auto pause = 50ms;
-  constexpr int maximumReadings = 25;
+  constexpr auto longest = 1500ms;
 
   // The calls themselves switch the tree on. How many children the upper elements have stands still when it is built.
   std::size_t previous = 0;
   int steadyReadings = 0;
-  for (int i = 0; i < maximumReadings && !control_.stopReason(); ++i) {
+  const auto deadline = std::chrono::steady_clock::now() + longest;
+  while (std::chrono::steady_clock::now() < deadline && !control_.stopReason()) {
     std::size_t current = 0;
     std::deque<std::uint64_t> pending(windows_.begin(), windows_.end());
     for (const std::uint64_t window : windows_) reader_.readTree(window, sampledCount);

@@ -1,13 +1,12 @@
 #include "QuilloLinux/Accessibility/AtspiAttributeMapping.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 
-#include "QuilloCore/Support/LetterCase.h"
 #include "QuilloCore/Support/Utf16.h"
 #include "QuilloCore/Support/WhiteSpace.h"
+#include "QuilloLinux/Accessibility/AtspiActions.h"
 #include "QuilloLinux/Accessibility/AtspiNames.h"
 
 namespace quillo {
@@ -97,9 +96,7 @@ class ElementMapper {
 
   /// A block whose words stand nowhere but in its text: no child and no name has them.
   bool isBareText() const {
-    const bool isBlock = record_.role == Role::paragraph || record_.role == Role::section ||
-                         record_.role == Role::caption || record_.role == Role::blockQuote ||
-                         record_.role == Role::comment || record_.role == Role::footnote;
+    const bool isBlock = isTextBlock(record_.role) && record_.role != Role::heading && !isTableCell(record_.role);
     return isBlock && !isEditableBlock() && record_.children.empty() && names_.title.empty() && hasOwnText(record_);
   }
 
@@ -187,7 +184,7 @@ class ElementMapper {
       case Role::checkMenuItem:
       case Role::radioMenuItem: add("AXChecked", toggleValue()); break;
       default:
-        if (record_.is(AtspiState::checkable) && !isPassword()) add("AXChecked", toggleValue());
+        if ((record_.is(AtspiState::checkable) || record_.isToggle) && !isPassword()) add("AXChecked", toggleValue());
         if (record_.value) add("AXValue", *record_.value);
     }
     addWord("AXValueDescription", "valuetext");
@@ -214,7 +211,9 @@ class ElementMapper {
     addFlag("AXInvalid", AtspiState::invalidEntry);
     const std::string* hidden = record_.attribute("hidden");
     if (!record_.is(AtspiState::visible) || (hidden != nullptr && *hidden == "true")) add("AXHidden", true);
-    const bool isShown = toolkit_ == AtspiToolkit::gtk4 || record_.is(AtspiState::showing);
+    // One toolkit does not tell what is on the screen, but what it never laid out has no size.
+    const bool isLaidOut = !record_.extents || record_.extents->width > 0 || record_.extents->height > 0;
+    const bool isShown = toolkit_ == AtspiToolkit::gtk4 ? isLaidOut : record_.is(AtspiState::showing);
     add("AXVisible", record_.is(AtspiState::visible) && isShown);
     if (hasRangeValue(record_.role) || record_.role == Role::splitPane) {
       if (record_.is(AtspiState::horizontal)) add("AXOrientation", std::string("horizontal"));
@@ -299,32 +298,6 @@ const AccessibilityValue* AtspiMappedElement::attribute(std::string_view name) c
 AtspiMappedElement mapElement(const AtspiNodeRecord& record, AtspiToolkit toolkit,
                               const AtspiWindowPlacement& placement) {
   return ElementMapper(record, toolkit, placement).map();
-}
-
-std::vector<std::string> mapActions(const std::vector<std::string>& names) {
-  static constexpr std::array<std::string_view, 11> presses = {
-      "click",   "press",  "jump",      "activate",          "open", "toggle", "check",
-      "uncheck", "select", "dodefault", "expand or contract"};
-  std::vector<std::string> actions;
-  for (const std::string& name : names) {
-    std::string action = lowercased(bringingToOneLine(name));
-    const bool isNoise = action.empty() || action == "setfocus" || action == "clickancestor" ||
-                         action.starts_with("scroll") || action.find('.') != std::string::npos;
-    if (isNoise) continue;
-    if (std::ranges::count(presses, action) > 0) {
-      action = "AXPress";
-    } else if (action == "showmenu" || action == "menu") {
-      action = "AXShowMenu";
-    } else if (action == "increment" || action == "increase") {
-      action = "AXIncrement";
-    } else if (action == "decrement" || action == "decrease") {
-      action = "AXDecrement";
-    } else {
-      action = bringingToOneLine(name);
-    }
-    if (std::ranges::count(actions, action) == 0) actions.push_back(std::move(action));
-  }
-  return actions;
 }
 
 }  // namespace quillo

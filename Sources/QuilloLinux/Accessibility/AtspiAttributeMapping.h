@@ -26,7 +26,4 @@ struct AtspiMappedElement {
 AtspiMappedElement mapElement(const AtspiNodeRecord& record, AtspiToolkit toolkit,
                               const AtspiWindowPlacement& placement);
 
-/// The application's actions as accessibility actions: known names translated, noise dropped, each once.
-std::vector<std::string> mapActions(const std::vector<std::string>& names);
-
 }  // namespace quillo

@@ -25,6 +25,9 @@ struct AppendArguments {
   int operator()(std::pair<std::int32_t, std::int32_t> values) const {
     return sd_bus_message_append(message, "ii", values.first, values.second);
   }
+  int operator()(std::pair<std::int32_t, std::uint32_t> values) const {
+    return sd_bus_message_append(message, "iu", values.first, values.second);
+  }
   int operator()(std::pair<const char*, const char*> texts) const {
     return sd_bus_message_append(message, "ss", texts.first, texts.second);
   }

@@ -23,9 +23,11 @@ struct AtspiStateRule {
   std::int32_t maximumCount;
 };
 
-/// The arguments of a call: none, a coordinate type or a number, two numbers, two texts (of Properties.Get), or a rule.
+/// The arguments of a call: none, a coordinate type or a number, two numbers, an offset and a granularity, two texts
+/// (of Properties.Get), or a rule.
 using AtspiArguments = std::variant<std::monostate, std::uint32_t, std::int32_t, std::pair<std::int32_t, std::int32_t>,
-                                    std::pair<const char*, const char*>, std::string, AtspiStateRule>;
+                                    std::pair<std::int32_t, std::uint32_t>, std::pair<const char*, const char*>,
+                                    std::string, AtspiStateRule>;
 
 struct AtspiCall {
   AtspiObject object;

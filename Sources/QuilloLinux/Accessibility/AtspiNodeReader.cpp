@@ -3,11 +3,15 @@
 #include <algorithm>
 #include <utility>
 
+#include "QuilloLinux/Accessibility/AtspiActions.h"
+#include "QuilloLinux/Accessibility/AtspiConcealedText.h"
+
 namespace quillo {
 namespace {
 
 constexpr const char* accessible = "org.a11y.atspi.Accessible";
 constexpr const char* component = "org.a11y.atspi.Component";
+constexpr const char* actionInterface = "org.a11y.atspi.Action";
 constexpr const char* textInterface = "org.a11y.atspi.Text";
 constexpr std::string_view interfacePrefix = "org.a11y.atspi.";
 constexpr std::uint32_t screenCoordinates = 0;
@@ -30,6 +34,21 @@ bool isLabelledApart(AtspiRole role) {
          role == spinButton || role == slider;
 }
 
+/// What an application leaves out of its answers may be missing; what it did not answer at all must not look empty.
+void noteLoss(AtspiNodeRecord& record, const AtspiReply& reply) {
+  const AccessibilityErrorCode error = reply.error();
+  if (error == AccessibilityErrorCode::cannotComplete || error == AccessibilityErrorCode::invalidUIElement) {
+    record.error = error;
+  }
+}
+
+/// From here on the object is a password field like any other.
+void treatAsPassword(AtspiNodeRecord& record) {
+  record.role = AtspiRole::passwordText;
+  record.text.reset();
+  record.value.reset();
+}
+
 }  // namespace
 
 /// One object's reading: the record as far as it is known, and how many answers are still to come.
@@ -37,6 +56,7 @@ struct AtspiNodeReader::Reading {
   std::uint64_t token = 0;
   AtspiObject object;
   AtspiNodeRecord record;
+  std::optional<std::string> shownCharacter;  // the first one on the screen, where the text may be concealed
   std::size_t openCalls = 0;
   void (AtspiNodeReader::*next)(const std::shared_ptr<Reading>&) = nullptr;  // when no call is open any more
 };
@@ -73,12 +93,16 @@ void AtspiNodeReader::readBase(const std::shared_ptr<Reading>& reading) {
       record.error = reply.isError() ? reply.error() : AccessibilityErrorCode::failure;
     }
   });
-  ask(reading, accessible, "GetState", {},
-      [&record](const AtspiReply& reply) { record.states = reply.states().value_or(0); });
+  ask(reading, accessible, "GetState", {}, [&record](const AtspiReply& reply) {
+    noteLoss(record, reply);
+    record.states = reply.states().value_or(0);
+  });
   ask(reading, accessible, "GetInterfaces", {}, [&record](const AtspiReply& reply) {
+    noteLoss(record, reply);
     record.interfaces = shortInterfaceNames(reply.texts().value_or(std::vector<std::string>{}));
   });
   ask(reading, accessible, "GetAttributes", {}, [&record](const AtspiReply& reply) {
+    noteLoss(record, reply);
     record.attributes = reply.attributes().value_or(std::vector<std::pair<std::string, std::string>>{});
   });
   ask(reading, accessible, "GetChildren", {}, [this, &record](const AtspiReply& reply) {
@@ -91,13 +115,16 @@ void AtspiNodeReader::readBase(const std::shared_ptr<Reading>& reading) {
       if (!child.isNull()) record.children.push_back(objects_.tokenOf(child));
     }
   });
-  get(reading, accessible, "Name", [&record](const AtspiReply& reply) { record.name = reply.text().value_or(""); });
+  get(reading, accessible, "Name", [&record](const AtspiReply& reply) {
+    noteLoss(record, reply);
+    record.name = reply.text().value_or("");
+  });
   get(reading, accessible, "Description",
       [&record](const AtspiReply& reply) { record.description = reply.text().value_or(""); });
 }
 
 void AtspiNodeReader::readByRole(const std::shared_ptr<Reading>& reading) {
-  reading->next = &AtspiNodeReader::readLabel;
+  reading->next = &AtspiNodeReader::readShownCharacter;
   AtspiNodeRecord& record = reading->record;
   if (record.error != AccessibilityErrorCode::success) return finish(reading);
   const AtspiRole role = record.role;
@@ -108,8 +135,7 @@ void AtspiNodeReader::readByRole(const std::shared_ptr<Reading>& reading) {
         [&record](const AtspiReply& reply) { record.extents = reply.extents(); });
   }
   const bool isPassword = role == AtspiRole::passwordText;
-  const bool isEditable = record.is(AtspiState::editable);
-  if (!isPassword && (mayHoldText(role) || isEditable) && record.hasInterface("Text")) {
+  if (!isPassword && mayHoldWords(record)) {
     get(reading, textInterface, "CharacterCount", [&record](const AtspiReply& reply) {
       if (const auto count = reply.int32(); count && *count >= 0) {
         record.text.emplace();
@@ -117,11 +143,7 @@ void AtspiNodeReader::readByRole(const std::shared_ptr<Reading>& reading) {
       }
     });
   }
-  if (isInteractive(role) && record.hasInterface("Action")) {
-    ask(reading, "org.a11y.atspi.Action", "GetActions", {}, [&record](const AtspiReply& reply) {
-      record.actions = reply.actionNames().value_or(std::vector<std::string>{});
-    });
-  }
+  if (isInteractive(role) && record.hasInterface("Action")) readActions(reading);
   if (!isPassword && hasRangeValue(role) && record.hasInterface("Value")) {
     get(reading, "org.a11y.atspi.Value", "CurrentValue",
         [&record](const AtspiReply& reply) { record.value = reply.number(); });
@@ -135,11 +157,7 @@ void AtspiNodeReader::readByRole(const std::shared_ptr<Reading>& reading) {
       record.documentAttributes = reply.attributes().value_or(std::vector<std::pair<std::string, std::string>>{});
     });
   }
-  if (isTableCell(role) && record.hasInterface("TableCell")) {
-    get(reading, "org.a11y.atspi.TableCell", "Position", [&record](const AtspiReply& reply) {
-      if (const auto position = reply.cellPosition()) record.tableRow = position->first;
-    });
-  }
+  if (isTableCell(role)) readCell(reading);
   const bool trustsName = toolkit_ != AtspiToolkit::other || !isPassword;
   if (isLabelledApart(role) && (record.name.empty() || !trustsName || toolkit_ == AtspiToolkit::gtk4)) {
     ask(reading, accessible, "GetRelationSet", {}, [this, reading](const AtspiReply& reply) {
@@ -154,21 +172,76 @@ void AtspiNodeReader::readByRole(const std::shared_ptr<Reading>& reading) {
   }
   // Of an unknown toolkit's password field the name may be the secret itself.
   if (!trustsName) record.name.clear();
-  if (reading->openCalls == 0) readLabel(reading);
+  if (reading->openCalls == 0) readShownCharacter(reading);
 }
 
-void AtspiNodeReader::readLabel(const std::shared_ptr<Reading>& reading) {
-  if (reading->record.text && reading->record.text->characterCount > 0) {
-    readText(reading);
-  } else {
-    finish(reading);
+void AtspiNodeReader::readCell(const std::shared_ptr<Reading>& reading) {
+  AtspiNodeRecord& record = reading->record;
+  const bool hasRows = toolkit_ == AtspiToolkit::chromium || toolkit_ == AtspiToolkit::gecko;
+  if (!hasRows && record.hasInterface("TableCell")) {
+    // The property with the position fails for the first cell of a table.
+    ask(reading, "org.a11y.atspi.TableCell", "GetRowColumnSpan", {},
+        [&record](const AtspiReply& reply) { record.tableRow = reply.int32(); });
   }
+  // A check box in a list tells that it is one by what can be done with it.
+  if (toolkit_ == AtspiToolkit::gtk3 && record.name.empty() && record.hasInterface("Action")) {
+    ask(reading, actionInterface, "GetName", std::int32_t{0},
+        [&record](const AtspiReply& reply) { record.isToggle = reply.text() == "toggle"; });
+  }
+  if (record.hasInterface("Value")) {
+    get(reading, "org.a11y.atspi.Value", "CurrentValue",
+        [&record](const AtspiReply& reply) { record.value = reply.number(); });
+  }
+}
+
+bool AtspiNodeReader::mayHoldWords(const AtspiNodeRecord& record) const {
+  if (!record.hasInterface("Text")) return false;
+  // Where children stand inside the words of their parent, only the parent's text has these.
+  const bool holdsMixedText = toolkit_ == AtspiToolkit::gecko && record.role != AtspiRole::label;
+  return mayHoldText(record.role) || record.is(AtspiState::editable) || holdsMixedText;
+}
+
+bool AtspiNodeReader::mayConceal(const AtspiNodeRecord& record) const {
+  return toolkit_ == AtspiToolkit::gtk4 && !record.is(AtspiState::multiLine) &&
+         (record.role == AtspiRole::text || record.role == AtspiRole::entry || record.is(AtspiState::editable));
+}
+
+void AtspiNodeReader::readActions(const std::shared_ptr<Reading>& reading) {
+  static constexpr std::size_t maximumNamesAsked = 8;
+  ask(reading, actionInterface, "GetActions", {}, [this, reading](const AtspiReply& reply) {
+    std::vector<std::string>& actions = reading->record.actions;
+    actions = reply.actionNames().value_or(std::vector<std::string>{});
+    for (std::size_t i = 0; i < std::min(actions.size(), maximumNamesAsked); ++i) {
+      if (isKnownAction(actions[i])) continue;
+      ask(reading, actionInterface, "GetName", static_cast<std::int32_t>(i), [reading, i](const AtspiReply& name) {
+        if (auto text = name.text(); text && !text->empty()) reading->record.actions[i] = std::move(*text);
+      });
+    }
+  });
+}
+
+void AtspiNodeReader::readShownCharacter(const std::shared_ptr<Reading>& reading) {
+  AtspiNodeRecord& record = reading->record;
+  if (!record.text || record.text->characterCount <= 0) return finish(reading);
+  if (!mayConceal(record)) return readText(reading);
+  constexpr std::uint32_t oneCharacter = 0;
+  reading->next = &AtspiNodeReader::readText;
+  ask(reading, textInterface, "GetStringAtOffset", std::pair(std::int32_t{0}, oneCharacter),
+      [reading](const AtspiReply& reply) {
+        reading->shownCharacter = reply.text();
+        if (reading->shownCharacter && isConcealingMark(*reading->shownCharacter)) {
+          treatAsPassword(reading->record);
+        }
+      });
 }
 
 void AtspiNodeReader::readText(const std::shared_ptr<Reading>& reading) {
   reading->next = &AtspiNodeReader::finish;
+  if (!reading->record.text) return finish(reading);
   AtspiNodeText& text = *reading->record.text;
-  const auto length = static_cast<std::int32_t>(std::min<std::int64_t>(text.characterCount, maximumTextLength));
+  const auto length = static_cast<std::int32_t>(
+      std::min<std::int64_t>({text.characterCount, maximumTextLength, std::max<std::int64_t>(textBudget_, 1)}));
+  textBudget_ -= length;
   ask(reading, textInterface, "GetText", std::pair(std::int32_t{0}, length), [&text, length](const AtspiReply& reply) {
     // Of a text that was cut the application's count says nothing about the part.
     text.text = interpretText(reply.text().value_or(""), length);
@@ -185,6 +258,10 @@ void AtspiNodeReader::readText(const std::shared_ptr<Reading>& reading) {
 }
 
 void AtspiNodeReader::finish(const std::shared_ptr<Reading>& reading) {
+  const std::optional<std::string>& shown = reading->shownCharacter;
+  if (shown && reading->record.text && isConcealed(*shown, reading->record.text->text.text)) {
+    treatAsPassword(reading->record);
+  }
   records_.insert_or_assign(reading->token, std::move(reading->record));
   if (onRead_) onRead_(reading->token);
 }
@@ -215,11 +292,21 @@ void AtspiNodeReader::read(std::span<const std::uint64_t> tokens) {
   });
 }
 
+bool AtspiNodeReader::isHidden(const AtspiNodeRecord& record) const {
+  return record.error == AccessibilityErrorCode::success && toolkit_ != AtspiToolkit::gtk4 &&
+         !record.is(AtspiState::visible);
+}
+
+bool AtspiNodeReader::isWorthFollowing(const AtspiNodeRecord& record) const {
+  // Below a password field stand the pieces of its text.
+  return record.role != AtspiRole::passwordText && !isHidden(record);
+}
+
 void AtspiNodeReader::readTree(std::uint64_t root, std::size_t maximumCount) {
   std::deque<std::uint64_t> pending = {root};
   std::unordered_map<std::uint64_t, bool> isSeen = {{root, true}};
-  std::size_t startedCount = 0;
   const auto follow = [&](std::uint64_t token) {
+    if (!isWorthFollowing(records_.at(token))) return;
     for (const std::uint64_t child : records_.at(token).children) {
       if (isSeen.size() >= maximumCount) return;
       if (isSeen.try_emplace(child, true).second) pending.push_back(child);
@@ -234,7 +321,6 @@ void AtspiNodeReader::readTree(std::uint64_t root, std::size_t maximumCount) {
         follow(token);
         continue;
       }
-      ++startedCount;
       start(token);
       return true;
     }

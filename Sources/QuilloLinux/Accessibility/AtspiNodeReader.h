@@ -23,6 +23,8 @@ class AtspiNodeReader {
  public:
   /// Of a text longer than this, only so many characters are fetched; no capture keeps more.
   static constexpr std::int32_t maximumTextLength = 600'000;
+  /// Of all texts together; past it a text is only begun, and its announced length tells that the rest is missing.
+  static constexpr std::int64_t maximumTotalTextLength = 4'000'000;
 
   AtspiNodeReader(AtspiBus& bus, AtspiObjectTable& objects, const AccessibilityCaptureControl& control)
       : bus_(bus), objects_(objects), control_(control) {}
@@ -39,20 +41,32 @@ class AtspiNodeReader {
   /// Reads those of the objects that are not known yet.
   void read(std::span<const std::uint64_t> tokens);
 
-  /// Reads the whole tree below `root`, breadth-first, until `maximumCount` objects are known.
+  /// Reads the tree below `root`, breadth-first, until `maximumCount` objects are known. What is hidden and what lies
+  /// in a password field is not followed.
   void readTree(std::uint64_t root, std::size_t maximumCount);
 
+  /// Whether the application keeps this object, and so all inside it, from being seen.
+  bool isHidden(const AtspiNodeRecord& record) const;
+
   /// Forgets what was read, so that it is read anew.
-  void forget() { records_.clear(); }
+  void forget() {
+    records_.clear();
+    textBudget_ = maximumTotalTextLength;
+  }
 
  private:
   struct Reading;
 
+  bool isWorthFollowing(const AtspiNodeRecord& record) const;
   void start(std::uint64_t token);
   void readBase(const std::shared_ptr<Reading>& reading);
   void readByRole(const std::shared_ptr<Reading>& reading);
+  void readCell(const std::shared_ptr<Reading>& reading);
+  void readActions(const std::shared_ptr<Reading>& reading);
+  void readShownCharacter(const std::shared_ptr<Reading>& reading);
   void readText(const std::shared_ptr<Reading>& reading);
-  void readLabel(const std::shared_ptr<Reading>& reading);
+  bool mayConceal(const AtspiNodeRecord& record) const;
+  bool mayHoldWords(const AtspiNodeRecord& record) const;
   void finish(const std::shared_ptr<Reading>& reading);
   void ask(const std::shared_ptr<Reading>& reading, const char* interface, const char* member, AtspiArguments arguments,
            std::function<void(const AtspiReply&)> onReply);
@@ -64,6 +78,7 @@ class AtspiNodeReader {
   const AccessibilityCaptureControl& control_;
   AtspiToolkit toolkit_ = AtspiToolkit::other;
   std::unordered_map<std::uint64_t, AtspiNodeRecord> records_;
+  std::int64_t textBudget_ = maximumTotalTextLength;
   std::function<void(std::uint64_t)> onRead_;  // while a tree is read: what to do with a new record
 };
 

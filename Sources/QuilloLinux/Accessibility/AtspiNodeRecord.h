@@ -43,6 +43,7 @@ struct AtspiNodeRecord {
   std::optional<std::string> uri;         ///< of a link
   std::vector<std::pair<std::string, std::string>> documentAttributes;
   std::optional<std::int32_t> tableRow;  ///< of a cell, from 0
+  bool isToggle = false;                 ///< a cell that is switched on and off, though its states do not say so
 
   bool is(unsigned state) const { return ((states >> state) & 1U) != 0; }
 

@@ -155,12 +155,4 @@ std::optional<std::vector<AtspiObject>> AtspiReply::relationTargets(std::uint32_
   return targets;
 }
 
-std::optional<std::pair<std::int32_t, std::int32_t>> AtspiReply::cellPosition() const {
-  std::int32_t row = 0;
-  std::int32_t column = 0;
-  if (message_ == nullptr || !enterVariant("(ii)")) return std::nullopt;
-  if (sd_bus_message_read(message_, "(ii)", &row, &column) <= 0) return std::nullopt;
-  return std::pair(row, column);
-}
-
 }  // namespace quillo

@@ -42,8 +42,6 @@ class AtspiReply {
   std::optional<std::vector<std::string>> actionNames() const;
   /// The objects of the relation of that kind.
   std::optional<std::vector<AtspiObject>> relationTargets(std::uint32_t relation) const;
-  /// A table cell's place: row and column, from 0.
-  std::optional<std::pair<std::int32_t, std::int32_t>> cellPosition() const;
 
  private:
   bool enterVariant(const char* contents) const;

@@ -185,6 +185,11 @@ bool mayHoldText(AtspiRole role) {
   }
 }
 
+bool isTextBlock(AtspiRole role) {
+  return role == paragraph || role == section || role == caption || role == blockQuote || role == comment ||
+         role == footnote || role == heading || isTableCell(role);
+}
+
 bool hasRangeValue(AtspiRole role) {
   return role == slider || role == spinButton || role == progressBar || role == levelBar || role == scrollBar;
 }

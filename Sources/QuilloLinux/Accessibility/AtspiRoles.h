@@ -146,6 +146,8 @@ bool isInteractive(AtspiRole role);
 /// Roles whose text stands in the Text interface and not in the name.
 bool mayHoldText(AtspiRole role);
 bool hasRangeValue(AtspiRole role);
+/// Roles that are nothing but a text when they have no children.
+bool isTextBlock(AtspiRole role);
 bool isDocument(AtspiRole role);
 
 }  // namespace quillo

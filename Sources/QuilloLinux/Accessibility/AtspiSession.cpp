@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "QuilloCore/Support/Utf16.h"
+#include "QuilloLinux/Accessibility/AtspiMixedText.h"
 #include "QuilloLinux/Accessibility/AtspiTableRows.h"
 
 namespace quillo {
@@ -14,11 +15,15 @@ namespace {
 /// More elements than any capture keeps are not read ahead.
 constexpr std::size_t readAheadCount = 10'000;
 
-/// Marks the tokens of made-up rows.
+/// Mark the tokens of elements that are made up here.
 constexpr std::uint64_t rowBit = std::uint64_t{1} << 63U;
+constexpr std::uint64_t textBit = std::uint64_t{1} << 62U;
 
 bool isMadeRow(AccessibilityElement element) {
   return (element.token & rowBit) != 0;
+}
+bool isMadeText(AccessibilityElement element) {
+  return (element.token & textBit) != 0;
 }
 
 std::vector<AccessibilityValue> elementPage(std::span<const AccessibilityElement> members, std::int64_t index,
@@ -98,6 +103,7 @@ AccessibilityResult<AtspiSession::View*> AtspiSession::view(AccessibilityElement
   if (const auto known = views_.find(element.token); known != views_.end()) return &known->second;
   if (!reader_) return std::unexpected(AccessibilityErrorCode::apiDisabled);
   if (isMadeRow(element)) return viewOfRow(element);
+  if (isMadeText(element)) return viewOfText(element);
   if (element.token >= objects_.size()) return std::unexpected(AccessibilityErrorCode::illegalArgument);
   const AtspiNodeRecord& record = reader_->record(element.token);
   if (record.error != AccessibilityErrorCode::success) return std::unexpected(record.error);
@@ -121,7 +127,7 @@ AccessibilityResult<AtspiSession::View*> AtspiSession::viewOfRow(AccessibilityEl
     const auto* visible = mapped.attribute("AXVisible");
     isVisible = isVisible || (visible != nullptr && std::get<bool>(*visible));
   }
-  row.mapped.attributes.emplace_back("AXRole", std::string("AXRow"));
+  row.mapped.attributes.emplace_back("AXRole", std::string(madeRows_[index].isOutlineRow ? "AXOutlineRow" : "AXRow"));
   row.mapped.attributes.emplace_back("AXVisible", isVisible);
   if (frame) {
     row.mapped.attributes.emplace_back("AXPosition", ArtifactPoint{.x = frame->x, .y = frame->y});
@@ -130,7 +136,28 @@ AccessibilityResult<AtspiSession::View*> AtspiSession::viewOfRow(AccessibilityEl
   return &views_.emplace(element.token, std::move(row)).first->second;
 }
 
-std::vector<AccessibilityElement> AtspiSession::rowsOf(std::span<const std::uint64_t> cells) {
+AccessibilityResult<AtspiSession::View*> AtspiSession::viewOfText(AccessibilityElement element) {
+  const std::size_t index = element.token & ~textBit;
+  if (index >= madeTexts_.size()) return std::unexpected(AccessibilityErrorCode::illegalArgument);
+  View text;
+  text.children.emplace();
+  text.mapped.attributes.emplace_back("AXRole", std::string("AXStaticText"));
+  text.mapped.attributes.emplace_back("AXValue", madeTexts_[index].words);
+  const auto parent = view({madeTexts_[index].parent});
+  for (const std::string_view name : {"AXVisible", "AXPosition", "AXSize"}) {
+    const auto* value = parent ? (*parent)->mapped.attribute(name) : nullptr;
+    if (value != nullptr) text.mapped.attributes.emplace_back(name, *value);
+  }
+  return &views_.emplace(element.token, std::move(text)).first->second;
+}
+
+std::optional<AccessibilityElement> AtspiSession::makeText(std::uint64_t parent, std::string words) {
+  if (words.empty()) return std::nullopt;
+  madeTexts_.push_back({parent, std::move(words)});
+  return AccessibilityElement{textBit | (madeTexts_.size() - 1)};
+}
+
+std::vector<AccessibilityElement> AtspiSession::rowsOf(std::span<const std::uint64_t> cells, bool areOutlineRows) {
   std::vector<AtspiLooseCell> loose;
   loose.reserve(cells.size());
   for (const std::uint64_t cell : cells) {
@@ -140,15 +167,17 @@ std::vector<AccessibilityElement> AtspiSession::rowsOf(std::span<const std::uint
   std::vector<AccessibilityElement> rows;
   for (auto& members : makeRows(loose)) {
     rows.push_back({rowBit | madeRows_.size()});
-    madeRows_.push_back({std::move(members)});
+    madeRows_.push_back({std::move(members), areOutlineRows});
   }
   return rows;
 }
 
-std::vector<AccessibilityElement> AtspiSession::readChildren(const AtspiNodeRecord& record) {
+std::vector<AccessibilityElement> AtspiSession::readChildren(std::uint64_t token, const AtspiNodeRecord& record) {
   // Copied, because reading more may move the records.
-  std::vector<std::uint64_t> tokens = record.children;
-  const bool isTableRecord = isTable(record.role);
+  const std::vector<std::uint64_t> tokens = record.children;
+  const bool isOutline = record.role == AtspiRole::tree;
+  const bool holdsLooseCells = isTable(record.role) || isOutline;
+  std::vector<std::string> words = wordsBetweenChildren(record, reader_->toolkit());
   const std::size_t readCount = std::min(tokens.size(), readAheadCount);
   reader_->read(std::span(tokens).first(readCount));
 
@@ -156,18 +185,23 @@ std::vector<AccessibilityElement> AtspiSession::readChildren(const AtspiNodeReco
   members.reserve(tokens.size());
   std::vector<std::uint64_t> cells;
   const auto flushCells = [&] {
-    const auto rows = rowsOf(cells);
+    const auto rows = rowsOf(cells, isOutline);
     members.insert(members.end(), rows.begin(), rows.end());
     cells.clear();
   };
+  const auto addWordsBefore = [&](std::size_t child) {
+    if (words.empty()) return;
+    if (const auto text = makeText(token, std::move(words[child]))) members.push_back(*text);
+  };
   for (std::size_t i = 0; i < tokens.size(); ++i) {
+    addWordsBefore(i);
     const AtspiNodeRecord* child = i < readCount ? reader_->knownRecord(tokens[i]) : nullptr;
     if (child != nullptr && child->error == AccessibilityErrorCode::success) {
-      if (!child->is(AtspiState::visible) && reader_->toolkit() != AtspiToolkit::gtk4) {
+      if (reader_->isHidden(*child)) {
         ++unreadHiddenCount_;
         continue;
       }
-      if (isTableRecord && isTableCell(child->role)) {
+      if (holdsLooseCells && isTableCell(child->role)) {
         cells.push_back(tokens[i]);
         continue;
       }
@@ -176,6 +210,7 @@ std::vector<AccessibilityElement> AtspiSession::readChildren(const AtspiNodeReco
     members.push_back({tokens[i]});
   }
   flushCells();
+  addWordsBefore(tokens.size());
   return members;
 }
 
@@ -186,7 +221,8 @@ AccessibilityResult<const std::vector<AccessibilityElement>*> AtspiSession::chil
     const AtspiNodeRecord& record = reader_->record(element.token);
     if (record.childrenError != AccessibilityErrorCode::success) return std::unexpected(record.childrenError);
     // Under a password field stand the pieces of its text.
-    auto members = record.role == AtspiRole::passwordText ? std::vector<AccessibilityElement>{} : readChildren(record);
+    auto members = record.role == AtspiRole::passwordText ? std::vector<AccessibilityElement>{}
+                                                          : readChildren(element.token, record);
     (*view(element))->children = std::move(members);
   }
   return &*(*view(element))->children;
@@ -305,7 +341,7 @@ void AtspiSession::willRead(std::span<const AccessibilityElement> upcoming) {
   }
   std::vector<std::uint64_t> tokens;
   for (const AccessibilityElement element : upcoming) {
-    if (!isMadeRow(element)) tokens.push_back(element.token);
+    if (!isMadeRow(element) && !isMadeText(element)) tokens.push_back(element.token);
   }
   reader_->read(tokens);
 }

@@ -52,6 +52,12 @@ class AtspiSession final : public AccessibilitySession {
   /// A row that the toolkit does not give; its cells' frames make its own.
   struct MadeRow {
     std::vector<std::uint64_t> cells;
+    bool isOutlineRow = false;
+  };
+  /// Words between children, which the toolkit gives as its parent's text only; they stand where the parent stands.
+  struct MadeText {
+    std::uint64_t parent = 0;
+    std::string words;
   };
   /// One element as the walk sees it, made when it is first asked for.
   struct View {
@@ -61,9 +67,11 @@ class AtspiSession final : public AccessibilitySession {
 
   AccessibilityResult<View*> view(AccessibilityElement element);
   AccessibilityResult<View*> viewOfRow(AccessibilityElement element);
+  AccessibilityResult<View*> viewOfText(AccessibilityElement element);
   AccessibilityResult<const std::vector<AccessibilityElement>*> children(AccessibilityElement element);
-  std::vector<AccessibilityElement> readChildren(const AtspiNodeRecord& record);
-  std::vector<AccessibilityElement> rowsOf(std::span<const std::uint64_t> cells);
+  std::vector<AccessibilityElement> readChildren(std::uint64_t token, const AtspiNodeRecord& record);
+  std::vector<AccessibilityElement> rowsOf(std::span<const std::uint64_t> cells, bool areOutlineRows);
+  std::optional<AccessibilityElement> makeText(std::uint64_t parent, std::string words);
   AccessibilityResult<AccessibilityValue> applicationValue(std::string_view name);
   bool isApplication(AccessibilityElement element) const;
   AtspiWindowPlacement placementOf(const AtspiNodeRecord& record);
@@ -76,6 +84,7 @@ class AtspiSession final : public AccessibilitySession {
   std::optional<AtspiApplication> application_;
   std::unordered_map<std::uint64_t, View> views_;
   std::vector<MadeRow> madeRows_;
+  std::vector<MadeText> madeTexts_;
   std::int64_t unreadHiddenCount_ = 0;
   std::optional<ArtifactPoint> windowOrigin_;  // where the toolkit counts in its window, once the window was seen
   bool hasReadWindow_ = false;
