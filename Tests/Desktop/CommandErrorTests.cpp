@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <csignal>
 #include <string>
 
 #include "RunningProgram.h"
@@ -38,15 +38,17 @@ TEST(CommandErrors, snapshotNeedsAccessibility) {
   expectFailure(runQuillo({"snapshot", "--window", window}, "",
                           {"DBUS_SESSION_BUS_ADDRESS=unix:path=/nowhere", "XDG_RUNTIME_DIR=/nowhere"}),
                 denied);
-  const FinishedProgram switchedOff =
-      runProgram({"gdbus", "call", "--session", "--dest", "org.a11y.Bus", "--object-path", "/org/a11y/bus", "--method",
-                  "org.freedesktop.DBus.Properties.Set", "org.a11y.Status", "IsEnabled", "<false>"});
-  ASSERT_EQ(switchedOff.exitStatus, 0) << switchedOff.error;
+  const auto switchTo = [](const char* state) {
+    return runProgram({"gdbus", "call", "--session", "--dest", "org.a11y.Bus", "--object-path", "/org/a11y/bus",
+                       "--method", "org.freedesktop.DBus.Properties.Set", "org.a11y.Status", "IsEnabled", state});
+  };
+  ASSERT_EQ(switchTo("<false>").exitStatus, 0);
   expectFailure(runQuillo({"snapshot", "--window", window}), denied);
 
   const FinishedProgram doctor = runQuillo({"doctor"});
   EXPECT_EQ(doctor.exitStatus, 1);
   EXPECT_THAT(doctor.output, HasSubstr("missing Accessibility bus: Accessibility is switched off in this session."));
+  EXPECT_EQ(switchTo("<true>").exitStatus, 0);
 }
 
 TEST(CommandErrors, filtersRefuseWhatIsNoCapture) {
@@ -57,10 +59,31 @@ TEST(CommandErrors, filtersRefuseWhatIsNoCapture) {
 }
 
 TEST(CommandErrors, outputThatCannotBeWrittenIsAFailure) {
-  const std::string snapshot = "/dev/full";
-  const FinishedProgram finished = runProgram({"bash", "-c", "\"$0\" --version >/dev/full", QUILLO_PROGRAM});
-  EXPECT_EQ(finished.exitStatus, 1);
-  EXPECT_EQ(finished.error, "quillo: The output could not be written: No space left on device\n");
+  const auto runInShell = [](const char* command) { return runProgram({"bash", "-c", command, QUILLO_PROGRAM}); };
+  const FinishedProgram onFullDisk = runInShell("\"$0\" --version >/dev/full");
+  EXPECT_EQ(onFullDisk.exitStatus, 1);
+  EXPECT_EQ(onFullDisk.error, "quillo: The output could not be written: No space left on device\n");
+  const FinishedProgram toNobody = runInShell("exec 7> >(true); wait $!; \"$0\" --version >&7");
+  EXPECT_EQ(toNobody.exitStatus, 1);
+  EXPECT_EQ(toNobody.error, "quillo: The output could not be written: Broken pipe\n");
+  const FinishedProgram toNothing = runInShell("\"$0\" --version >&-");
+  EXPECT_EQ(toNothing.exitStatus, 1);
+  EXPECT_EQ(toNothing.error, "quillo: The output could not be written: Bad file descriptor\n");
+}
+
+TEST(CommandErrors, interruptedCaptureEndsAtOnceAndSaysNothing) {
+  const RunningProgram editor({"mousepad"});
+  const std::string window = std::to_string(awaitWindow(editor).windowID);
+  ASSERT_TRUE(eventually([&] { return runQuillo({"snapshot", "--window", window}).exitStatus == 0; }));
+  editor.signal(SIGSTOP);
+  for (const char* signal : {"INT", "TERM"}) {
+    const FinishedProgram finished = runProgram(
+        {"timeout", "--preserve-status", "-s", signal, "0.3", QUILLO_PROGRAM, "snapshot", "--window", window});
+    EXPECT_EQ(finished.exitStatus, 130) << signal;
+    EXPECT_EQ(finished.output, "");
+    EXPECT_EQ(finished.error, "");
+    EXPECT_LT(finished.seconds, 1.5) << signal;
+  }
 }
 
 }  // namespace

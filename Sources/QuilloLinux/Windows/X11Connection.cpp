@@ -1,5 +1,6 @@
 #include "QuilloLinux/Windows/X11Connection.h"
 
+#include <xcb/res.h>
 #include <xcb/xcb.h>
 
 #include <array>
@@ -33,6 +34,18 @@ static_assert(static_cast<std::size_t>(X11Atom::utf8String) + 1 == atomNames.siz
 /// No property that we read is longer; a longer one is cut.
 constexpr std::uint32_t maximumPropertyWords = 64 * 1024;
 
+/// Asking an extension that is not there would end the connection.
+bool asksProcesses(xcb_connection_t* connection) {
+  const xcb_query_extension_reply_t* extension = xcb_get_extension_data(connection, &xcb_res_id);
+  if (extension == nullptr || extension->present == 0) return false;
+  constexpr std::uint8_t major = 1;
+  constexpr std::uint8_t minor = 2;
+  const X11Reply<xcb_res_query_version_reply_t> version(
+      xcb_res_query_version_reply(connection, xcb_res_query_version(connection, major, minor), nullptr));
+  return version &&
+         (version->server_major > major || (version->server_major == major && version->server_minor >= minor));
+}
+
 }  // namespace
 
 std::unique_ptr<X11Connection> X11Connection::open() {
@@ -49,6 +62,7 @@ std::unique_ptr<X11Connection> X11Connection::open() {
 
 X11Connection::X11Connection(xcb_connection_t* connection, std::uint32_t root) : connection_(connection), root_(root) {
   std::vector<xcb_intern_atom_cookie_t> cookies;
+  cookies.reserve(atomNames.size());
   for (const std::string_view name : atomNames) {
     cookies.push_back(xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data()));
   }
@@ -56,6 +70,7 @@ X11Connection::X11Connection(xcb_connection_t* connection, std::uint32_t root) :
     const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection_, cookie, nullptr));
     atoms_.push_back(reply ? reply->atom : XCB_ATOM_NONE);
   }
+  knowsProcesses_ = asksProcesses(connection_);
 }
 
 X11Connection::~X11Connection() {
@@ -104,6 +119,44 @@ std::vector<std::uint32_t> X11PropertyRequest::words() {
 std::string X11PropertyRequest::bytes() {
   const std::vector<std::uint8_t> data = take(8);
   return {data.begin(), data.end()};
+}
+
+X11ProcessRequest::X11ProcessRequest(const X11Connection& connection, std::uint32_t window)
+    : claim_(connection, window, connection.atom(X11Atom::netWMPid)),
+      connection_(connection.knowsProcesses() ? connection.get() : nullptr) {
+  if (connection_ == nullptr) return;
+  const xcb_res_client_id_spec_t question = {window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+  sequence_ = xcb_res_query_client_ids(connection_, 1, &question).sequence;
+}
+
+X11ProcessRequest::X11ProcessRequest(X11ProcessRequest&& other) noexcept
+    : claim_(std::move(other.claim_)),
+      connection_(std::exchange(other.connection_, nullptr)),
+      sequence_(other.sequence_) {}
+
+X11ProcessRequest::~X11ProcessRequest() {
+  if (connection_ != nullptr) xcb_discard_reply(connection_, sequence_);
+}
+
+std::optional<std::int32_t> X11ProcessRequest::processIdentifier() {
+  if (xcb_connection_t* connection = std::exchange(connection_, nullptr)) {
+    xcb_generic_error_t* error = nullptr;
+    const X11Reply<xcb_res_query_client_ids_reply_t> reply(
+        xcb_res_query_client_ids_reply(connection, {sequence_}, &error));
+    const X11Reply<xcb_generic_error_t> ownedError(error);
+    if (reply) {
+      auto identifiers = xcb_res_query_client_ids_ids_iterator(reply.get());
+      for (; identifiers.rem > 0; xcb_res_client_id_value_next(&identifiers)) {
+        if (xcb_res_client_id_value_value_length(identifiers.data) < 1) continue;
+        const std::uint32_t pid = xcb_res_client_id_value_value(identifiers.data)[0];
+        if (pid != 0 && (identifiers.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0) {
+          return static_cast<std::int32_t>(pid);
+        }
+      }
+    }
+  }
+  const std::vector<std::uint32_t> claim = claim_.words();
+  return claim.empty() || claim[0] == 0 ? std::nullopt : std::optional(static_cast<std::int32_t>(claim[0]));
 }
 
 }  // namespace quillo

@@ -59,12 +59,16 @@ class X11Connection {
   /// Whether the display has gone away.
   bool isBroken() const;
 
+  /// Whether the display itself knows the processes behind its connections (X-Resource 1.2).
+  bool knowsProcesses() const { return knowsProcesses_; }
+
  private:
   X11Connection(xcb_connection_t* connection, std::uint32_t root);
 
   xcb_connection_t* connection_;
   std::uint32_t root_;
   std::vector<std::uint32_t> atoms_;
+  bool knowsProcesses_ = false;
 };
 
 /// A property that was asked for; asking first and reading later lets many requests share one round trip.
@@ -86,6 +90,26 @@ class X11PropertyRequest {
 
   xcb_connection_t* connection_;
   unsigned sequence_;
+};
+
+/// The process behind a window, asked for and read later. What the display saw when the process connected counts; what
+/// the window says of itself (_NET_WM_PID) only where the display does not know, as a window may say anything.
+class X11ProcessRequest {
+ public:
+  X11ProcessRequest(const X11Connection& connection, std::uint32_t window);
+  X11ProcessRequest(const X11ProcessRequest&) = delete;
+  X11ProcessRequest& operator=(const X11ProcessRequest&) = delete;
+  X11ProcessRequest(X11ProcessRequest&& other) noexcept;
+  X11ProcessRequest& operator=(X11ProcessRequest&&) = delete;
+  ~X11ProcessRequest();
+
+  /// Nothing when neither knows. Once.
+  std::optional<std::int32_t> processIdentifier();
+
+ private:
+  X11PropertyRequest claim_;
+  xcb_connection_t* connection_;  ///< null when there is nothing to read from the display
+  unsigned sequence_ = 0;
 };
 
 }  // namespace quillo

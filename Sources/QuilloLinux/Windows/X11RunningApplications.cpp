@@ -30,27 +30,27 @@ std::string classPart(const std::string& property) {
 
 struct OwnerRequests {
   OwnerRequests(const X11Connection& connection, std::uint32_t window)
-      : pid(connection, window, connection.atom(X11Atom::netWMPid)),
+      : process(connection, window),
         windowClass(connection, window, XCB_ATOM_WM_CLASS),
         types(connection, window, connection.atom(X11Atom::netWMWindowType)),
         states(connection, window, connection.atom(X11Atom::netWMState)) {}
 
-  X11PropertyRequest pid;
+  X11ProcessRequest process;
   X11PropertyRequest windowClass;
   X11PropertyRequest types;
   X11PropertyRequest states;
 };
 
 std::optional<WindowOwner> ownerOf(const X11Connection& connection, OwnerRequests& requests) {
-  const auto pid = requests.pid.words();
-  if (pid.empty() || pid[0] == 0) return std::nullopt;
+  const auto pid = requests.process.processIdentifier();
+  if (!pid) return std::nullopt;
   const auto types = requests.types.words();
   const auto states = requests.states.words();
   const auto isOfType = [&](X11Atom type) { return std::ranges::count(types, connection.atom(type)) > 0; };
   const bool isShell = isOfType(X11Atom::netWMWindowTypeDesktop) || isOfType(X11Atom::netWMWindowTypeDock) ||
                        isOfType(X11Atom::netWMWindowTypeNotification) ||
                        std::ranges::count(states, connection.atom(X11Atom::netWMStateSkipTaskbar)) > 0;
-  return WindowOwner{static_cast<std::int32_t>(pid[0]), classPart(requests.windowClass.bytes()), !isShell};
+  return WindowOwner{*pid, classPart(requests.windowClass.bytes()), !isShell};
 }
 
 RunningApplication applicationOf(const WindowOwner& owner, const ApplicationIdentityLookup& lookup) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <optional>
+#include <ranges>
 #include <string>
 #include <utility>
 
@@ -27,7 +28,7 @@ struct WindowRequests {
         geometry(xcb_get_geometry(connection.get(), window_)),
         position(xcb_translate_coordinates(connection.get(), window_, connection.root(), 0, 0)),
         attributes(xcb_get_window_attributes(connection.get(), window_)),
-        pid(connection, window_, connection.atom(X11Atom::netWMPid)),
+        process(connection, window_),
         name(connection, window_, connection.atom(X11Atom::netWMName)),
         legacyName(connection, window_, XCB_ATOM_WM_NAME),
         types(connection, window_, connection.atom(X11Atom::netWMWindowType)),
@@ -41,7 +42,7 @@ struct WindowRequests {
   xcb_get_geometry_cookie_t geometry;
   xcb_translate_coordinates_cookie_t position;
   xcb_get_window_attributes_cookie_t attributes;
-  X11PropertyRequest pid;
+  X11ProcessRequest process;
   X11PropertyRequest name;
   X11PropertyRequest legacyName;
   X11PropertyRequest types;
@@ -95,8 +96,8 @@ std::optional<WindowListEntry> entryOf(const X11Connection& connection, WindowRe
   const auto geometry = answerOf(connection, requests.geometry, xcb_get_geometry_reply);
   const auto position = answerOf(connection, requests.position, xcb_translate_coordinates_reply);
   const auto attributes = answerOf(connection, requests.attributes, xcb_get_window_attributes_reply);
-  const auto pid = requests.pid.words();
-  if (!geometry || !position || !attributes || pid.empty()) return std::nullopt;
+  const auto pid = requests.process.processIdentifier();
+  if (!geometry || !position || !attributes || !pid) return std::nullopt;
 
   const auto types = requests.types.words();
   const auto states = requests.states.words();
@@ -108,7 +109,7 @@ std::optional<WindowListEntry> entryOf(const X11Connection& connection, WindowRe
 
   WindowListEntry entry;
   entry.windowID = requests.window;
-  entry.processIdentifier = static_cast<std::int32_t>(pid[0]);
+  entry.processIdentifier = *pid;
   const bool isOfShell = hasType(X11Atom::netWMWindowTypeDesktop) || hasType(X11Atom::netWMWindowTypeDock) ||
                          hasType(X11Atom::netWMWindowTypeNotification);
   entry.layer = isOfShell ? shellLayer : ordinaryLayer;
@@ -144,9 +145,7 @@ std::vector<WindowListEntry> X11WindowList::onScreenFrontToBack() {
 
   std::vector<WindowRequests> requests;
   requests.reserve(bottomToTop.size());
-  for (auto window = bottomToTop.rbegin(); window != bottomToTop.rend(); ++window) {
-    requests.emplace_back(*connection, *window);
-  }
+  for (const std::uint32_t window : std::views::reverse(bottomToTop)) requests.emplace_back(*connection, window);
   std::vector<WindowListEntry> entries;
   for (WindowRequests& request : requests) {
     auto entry = entryOf(*connection, request, currentDesktop);
