@@ -21,7 +21,7 @@ std::unique_ptr<AccessibilitySession> AtspiAccessibilityInterface::makeSession(
     const WindowCaptureTarget& target, std::shared_ptr<const AccessibilityCaptureControl> control) {
   const AtspiStatus status = readAtspiStatus();
   auto bus = status.busAddress.empty() ? nullptr : AtspiBus::connect(status.busAddress);
-  return std::make_unique<AtspiSession>(std::move(bus), target, std::move(control));
+  return std::make_unique<AtspiSession>(std::move(bus), target, std::move(control), observer_);
 }
 
 }  // namespace quillo

@@ -12,6 +12,7 @@
 #include "QuilloCore/Capture/AccessibilityCaptureControl.h"
 #include "QuilloLinux/Accessibility/AtspiObject.h"
 #include "QuilloLinux/Accessibility/AtspiReply.h"
+#include "QuilloLinux/Accessibility/AtspiStatistics.h"
 
 struct sd_bus;
 
@@ -35,12 +36,6 @@ struct AtspiCall {
   const char* member = nullptr;
   AtspiArguments arguments;
   std::function<void(const AtspiReply&)> onReply;
-};
-
-/// What was asked of the target, for those who watch that it stays cheap.
-struct AtspiStatistics {
-  std::size_t callCount = 0;
-  std::size_t largestInFlight = 0;
 };
 
 /// A connection to a message bus on which many calls are in flight at once. Used by one thread.

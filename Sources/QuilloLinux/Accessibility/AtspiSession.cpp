@@ -57,9 +57,17 @@ std::optional<ArtifactRect> frameOf(const AtspiMappedElement& mapped) {
 }  // namespace
 
 AtspiSession::AtspiSession(std::unique_ptr<AtspiBus> bus, const WindowCaptureTarget& target,
-                           std::shared_ptr<const AccessibilityCaptureControl> control)
-    : bus_(std::move(bus)), target_(target), control_(std::move(control)) {
+                           std::shared_ptr<const AccessibilityCaptureControl> control,
+                           std::function<void(const AtspiStatistics&)> statisticsObserver)
+    : statisticsObserver_(std::move(statisticsObserver)),
+      bus_(std::move(bus)),
+      target_(target),
+      control_(std::move(control)) {
   if (bus_) reader_.emplace(*bus_, objects_, *control_);
+}
+
+AtspiSession::~AtspiSession() {
+  if (statisticsObserver_ && bus_) statisticsObserver_(bus_->statistics());
 }
 
 AccessibilityResult<AccessibilityElement> AtspiSession::applicationElement(std::int32_t processIdentifier) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -25,7 +26,11 @@ class AtspiSession final : public AccessibilitySession {
  public:
   /// `bus` may be null: then every call answers that accessibility is off.
   AtspiSession(std::unique_ptr<AtspiBus> bus, const WindowCaptureTarget& target,
-               std::shared_ptr<const AccessibilityCaptureControl> control);
+               std::shared_ptr<const AccessibilityCaptureControl> control,
+               std::function<void(const AtspiStatistics&)> statisticsObserver = {});
+  AtspiSession(const AtspiSession&) = delete;
+  AtspiSession& operator=(const AtspiSession&) = delete;
+  ~AtspiSession() override;
 
   AccessibilityResult<AccessibilityElement> applicationElement(std::int32_t processIdentifier) override;
   AccessibilityResult<std::int32_t> processIdentifier(AccessibilityElement element) override;
@@ -45,8 +50,6 @@ class AtspiSession final : public AccessibilitySession {
   AccessibilityResult<std::vector<std::string>> actionNames(AccessibilityElement element) override;
   void willRead(std::span<const AccessibilityElement> upcoming) override;
   std::vector<std::string> captureWarnings() override;
-
-  AtspiStatistics statistics() const { return bus_ ? bus_->statistics() : AtspiStatistics{}; }
 
  private:
   /// A row that the toolkit does not give; its cells' frames make its own.
@@ -76,6 +79,7 @@ class AtspiSession final : public AccessibilitySession {
   bool isApplication(AccessibilityElement element) const;
   AtspiWindowPlacement placementOf(const AtspiNodeRecord& record);
 
+  std::function<void(const AtspiStatistics&)> statisticsObserver_;
   std::unique_ptr<AtspiBus> bus_;
   WindowCaptureTarget target_;
   std::shared_ptr<const AccessibilityCaptureControl> control_;
