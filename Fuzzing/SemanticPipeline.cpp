@@ -90,8 +90,8 @@ AccessibilitySnapshot readSnapshot(FuzzedDataProvider& bytes) {
   AccessibilitySnapshot snapshot;
   const bool isChain = bytes.ConsumeBool();
   // Mostly small, so that many are tried; now and then deeper than any stack would bear.
-  const bool isHuge = bytes.ConsumeIntegral<std::uint8_t>() == 255;
-  const auto nodeCount = bytes.ConsumeIntegralInRange<std::int64_t>(0, isHuge ? 20'000 : 200);
+  const bool isHuge = isChain && bytes.ConsumeIntegral<std::uint8_t>() == 255;
+  const auto nodeCount = bytes.ConsumeIntegralInRange<std::int64_t>(0, isHuge ? 3000 : 60);
   snapshot.rootKind = bytes.ConsumeBool() ? AccessibilityRootKind::application : AccessibilityRootKind::focusedWindow;
   snapshot.rootID = bytes.ConsumeBool() ? 0 : bytes.ConsumeIntegralInRange<std::int64_t>(-1, nodeCount);
   snapshot.focusedNodeID = readNodeID(bytes, nodeCount);
