@@ -8,6 +8,7 @@
 #include "QuilloCore/Support/Utf16.h"
 #include "QuilloLinux/Accessibility/AtspiMixedText.h"
 #include "QuilloLinux/Accessibility/AtspiTableRows.h"
+#include "QuilloLinux/Accessibility/AtspiWindowRecognition.h"
 
 namespace quillo {
 namespace {
@@ -252,6 +253,25 @@ AccessibilityResult<AccessibilityValue> AtspiSession::applicationValue(std::stri
   return windows;
 }
 
+AccessibilityResult<AccessibilityValue> AtspiSession::windowNumber(AccessibilityElement element) {
+  if (!recognizedWindow_) {
+    std::vector<AccessibilityWindowCandidate> candidates;
+    const std::vector<std::uint64_t> windows = application_ ? application_->windows() : std::vector<std::uint64_t>{};
+    for (const std::uint64_t window : windows) {
+      auto& candidate = candidates.emplace_back();
+      const auto found = view({window});
+      if (!found) continue;
+      candidate.frame = frameOf((*found)->mapped);
+      const auto* title = (*found)->mapped.attribute("AXTitle");
+      if (title != nullptr) candidate.title = std::get<std::string>(*title);
+    }
+    const auto index = recognizeByTitle(candidates, target_);
+    recognizedWindow_ = index.transform([&](std::size_t i) { return AccessibilityElement{windows[i]}; });
+  }
+  if (*recognizedWindow_ != element) return std::unexpected(AccessibilityErrorCode::attributeUnsupported);
+  return static_cast<std::int64_t>(target_.windowID);
+}
+
 AccessibilityResult<std::vector<std::string>> AtspiSession::attributeNames(AccessibilityElement element) {
   const auto found = view(element);
   if (!found) return std::unexpected(found.error());
@@ -268,6 +288,7 @@ AccessibilityResult<AccessibilityValue> AtspiSession::attributeValue(Accessibili
       (name == "AXFocusedWindow" || name == "AXMainWindow" || name == "AXWindows" || name == "AXFocusedUIElement")) {
     return applicationValue(name);
   }
+  if (name == "AXWindowNumber") return windowNumber(element);
   if (name == "AXChildren") {
     const auto members = children(element);
     if (!members) return std::unexpected(members.error());
@@ -355,11 +376,19 @@ void AtspiSession::willRead(std::span<const AccessibilityElement> upcoming) {
 }
 
 std::vector<std::string> AtspiSession::captureWarnings() {
-  if (unreadHiddenCount_ == 0) return {};
-  return {unreadHiddenCount_ == 1
-              ? "1 element that the application keeps hidden was left out with everything inside it."
-              : fmt::format("{} elements that the application keeps hidden were left out with everything inside them.",
-                            unreadHiddenCount_)};
+  std::vector<std::string> warnings;
+  if (recognizedWindow_ && *recognizedWindow_) {
+    warnings.emplace_back(
+        "Several windows of the application stand in the frozen window's place; it was recognised by its title.");
+  }
+  if (unreadHiddenCount_ == 1) {
+    warnings.emplace_back("1 element that the application keeps hidden was left out with everything inside it.");
+  } else if (unreadHiddenCount_ > 1) {
+    warnings.push_back(
+        fmt::format("{} elements that the application keeps hidden were left out with everything inside them.",
+                    unreadHiddenCount_));
+  }
+  return warnings;
 }
 
 }  // namespace quillo

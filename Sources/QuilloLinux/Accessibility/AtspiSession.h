@@ -76,6 +76,7 @@ class AtspiSession final : public AccessibilitySession {
   std::vector<AccessibilityElement> rowsOf(std::span<const std::uint64_t> cells, bool areOutlineRows);
   std::optional<AccessibilityElement> makeText(std::uint64_t parent, std::string words);
   AccessibilityResult<AccessibilityValue> applicationValue(std::string_view name);
+  AccessibilityResult<AccessibilityValue> windowNumber(AccessibilityElement element);
   bool isApplication(AccessibilityElement element) const;
   AtspiWindowPlacement placementOf(const AtspiNodeRecord& record);
 
@@ -89,6 +90,7 @@ class AtspiSession final : public AccessibilitySession {
   std::unordered_map<std::uint64_t, View> views_;
   std::vector<MadeRow> madeRows_;
   std::vector<MadeText> madeTexts_;
+  std::optional<std::optional<AccessibilityElement>> recognizedWindow_;  // empty until it was looked for
   std::int64_t unreadHiddenCount_ = 0;
   std::optional<ArtifactPoint> windowOrigin_;  // where the toolkit counts in its window, once the window was seen
   bool hasReadWindow_ = false;
