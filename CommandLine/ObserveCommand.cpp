@@ -3,12 +3,20 @@
 
 namespace quillo {
 
+namespace {
+
+/// Lets go of the text, and of the snapshot before the observation is written: together they outweigh everything else.
+InterfaceObservation observe(const ObserveOptions& options) {
+  const auto readSnapshot = [&] { return decodeJson<AccessibilitySnapshot>(readInput(options.input)); };
+  return AccessibilitySemanticNormalizer::normalize(readSnapshot(),
+                                                    {.synthesizeApplicationRoot = options.synthesizesApplicationRoot,
+                                                     .inferConservativeActions = options.infersActions});
+}
+
+}  // namespace
+
 CommandResult runObserve(const ObserveOptions& options) {
-  const auto snapshot = decodeJson<AccessibilitySnapshot>(readInput(options.input));
-  const InterfaceObservation observation = AccessibilitySemanticNormalizer::normalize(
-      snapshot, {.synthesizeApplicationRoot = options.synthesizesApplicationRoot,
-                 .inferConservativeActions = options.infersActions});
-  return {encodeJson(observation, JsonStyle::prettyPrinted)};
+  return {encodeJson(observe(options), JsonStyle::prettyPrinted)};
 }
 
 }  // namespace quillo
