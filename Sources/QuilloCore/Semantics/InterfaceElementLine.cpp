@@ -250,12 +250,19 @@ bool hasRowReference(const InterfaceElement& element) {
   return isRow && !element.isProtected && element.properties.rowValues && !element.properties.rowValues->empty();
 }
 
+bool rowHolds(const InterfaceElement& element, std::string_view text) {
+  const std::vector<std::string>& values = *element.properties.rowValues;
+  return std::ranges::any_of(values, [&](const std::string& value) { return agreeButForWhiteSpace(value, text); }) ||
+         agreeButForWhiteSpace(fmt::format("{}", fmt::join(values, " ")), text);
+}
+
 std::string rowReference(const InterfaceElement& element) {
   std::string line = displayRole(element);
   appendWords(line, element, false);
   line.append(": ").append(stringList(*element.properties.rowValues));
-  if (element.value && !std::holds_alternative<std::string>(*element.value)) {
-    line.append(", value: ").append(renderedValue(*element.value));
+  const bool isCellText = rowHolds(element, printableStringValue(element));
+  if (const std::string value = valueOnLine(element, {}); !value.empty() && !isCellText) {
+    line.append(", value: ").append(value);
   }
   appendActions(line, element);
   return line;

@@ -40,6 +40,9 @@ std::string elementLine(const InterfaceElement& element, std::string_view primar
 /// Whether the element is a row that prints its cells' texts.
 bool hasRowReference(const InterfaceElement& element);
 
+/// Whether the text is one of such a row's cells, or all of them together.
+bool rowHolds(const InterfaceElement& element, std::string_view text);
+
 /// Such a row on one line: `row (selected): "a", "b", ""`.
 std::string rowReference(const InterfaceElement& element);
 

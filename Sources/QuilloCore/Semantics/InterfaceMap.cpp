@@ -86,12 +86,7 @@ class MapWalk {
     const InterfaceElement& element = context_[index];
     if (!hasRowReference(element)) return distinctDetails(element, context_.primaryText(index));
     std::vector<ElementDetail> details = distinctDetails(element, {});
-    std::string joined;
-    for (const std::string& value : *element.properties.rowValues) joined.append(value).append(" ");
-    std::erase_if(details, [&](const ElementDetail& detail) {
-      const auto repeats = [&](const std::string& value) { return agreeButForWhiteSpace(value, detail.text); };
-      return agreeButForWhiteSpace(joined, detail.text) || std::ranges::any_of(*element.properties.rowValues, repeats);
-    });
+    std::erase_if(details, [&](const ElementDetail& detail) { return rowHolds(element, detail.text); });
     return details;
   }
 
