@@ -10,6 +10,7 @@
 
 #include "QuilloCore/Semantics/InterfaceElementLine.h"
 #include "QuilloCore/Semantics/InterfaceElementTexts.h"
+#include "QuilloCore/Semantics/NamingTexts.h"
 #include "QuilloCore/Semantics/PrintableText.h"
 
 namespace quillo {
@@ -155,6 +156,22 @@ std::string mapLine(const RenderContext& context, const RenderPlan& plan, Elemen
     return displayRole(context[element]) + " " + quoted(merged->second);  // its members have nothing but their text
   }
   return elementLine(context[element], context.primaryText(element), options);
+}
+
+std::string stateLine(const RenderContext& context, const RenderPlan& plan, ElementIndex element) {
+  const bool isTold = !context.primaryText(element).empty() || hasRowReference(context[element]) ||
+                      !isNamedByItsTexts(context[element].role);
+  if (isTold) return mapLine(context, plan, element);
+  constexpr std::size_t longestName = 200;  // bytes after which no further text is added
+  constexpr std::size_t elementsAsked = 64;
+  const auto inside = context.forest().descendants(element);
+  std::string name;
+  for (const ElementIndex text : inside.first(std::min(inside.size(), elementsAsked))) {
+    if (!context.isPlainTextLeaf(text) || name.size() > longestName) continue;
+    if (!name.empty()) name += ' ';
+    name += context.primaryText(text);
+  }
+  return elementLine(context[element], name);
 }
 
 void appendInterfaceMap(const RenderContext& context, const RenderPlan& plan, TextLines& lines) {

@@ -14,6 +14,10 @@ namespace quillo {
 std::string mapLine(const RenderContext& context, const RenderPlan& plan, ElementIndex element,
                     ElementLineOptions options = {});
 
+/// The same for the current state, which stands apart: an element without a name of its own is told by the texts
+/// inside.
+std::string stateLine(const RenderContext& context, const RenderPlan& plan, ElementIndex element);
+
 /// "## Interface map" with the tree from the root, and "### Additional interface elements" with those that the root
 /// does not lead to.
 void appendInterfaceMap(const RenderContext& context, const RenderPlan& plan, TextLines& lines);

@@ -30,7 +30,7 @@ void appendCurrentState(const RenderContext& context, const RenderPlan& plan, Te
     bool isAny = false;
     for (ElementIndex i = 0; i < context.forest().size(); ++i) {
       if (!context.isInScope(i) || !(context[i].state.*flag).value_or(false)) continue;
-      lines.add(std::string(heading).append(mapLine(context, plan, i)));
+      lines.add(std::string(heading).append(stateLine(context, plan, i)));
       isAny = true;
     }
     return isAny;

@@ -14,28 +14,6 @@ namespace {
 
 using enum InterfaceSemanticRole;
 
-/// Roles whose name is made of the texts inside them.
-bool isNamedByItsTexts(InterfaceSemanticRole role) {
-  switch (role) {
-    case button:
-    case disclosure:
-    case link:
-    case heading:
-    case text:
-    case tab:
-    case menuItem:
-    case checkbox:
-    case radioButton:
-    case switchControl:
-    case popUpButton:
-    case listItem:
-    case row:
-    case treeItem:
-    case cell: return true;
-    default: return false;
-  }
-}
-
 /// Roles that may be labelled by one text inside them.
 bool mayHoldItsCaption(InterfaceSemanticRole role) {
   switch (role) {
@@ -113,6 +91,27 @@ class NamingTexts {
 };
 
 }  // namespace
+
+bool isNamedByItsTexts(InterfaceSemanticRole role) {
+  switch (role) {
+    case button:
+    case disclosure:
+    case link:
+    case heading:
+    case text:
+    case tab:
+    case menuItem:
+    case checkbox:
+    case radioButton:
+    case switchControl:
+    case popUpButton:
+    case listItem:
+    case row:
+    case treeItem:
+    case cell: return true;
+    default: return false;
+  }
+}
 
 void findNamingTexts(const RenderContext& context, SemanticTokenizer& tokenizer, RenderPlan& plan) {
   NamingTexts(context, tokenizer, plan).run();

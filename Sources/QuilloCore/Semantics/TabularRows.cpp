@@ -101,6 +101,7 @@ class PassiveRowElements {
   void findInside(ElementIndex rowElement) {
     const ElementForest& forest = context_.forest();
     RowTexts texts(context_[rowElement], tokenizer_);
+    std::vector<ElementIndex> wholeCells;
     const std::size_t end = forest.subtreeEnd(rowElement);
     for (std::size_t i = forest.position(rowElement) + 1; i < end;) {
       const ElementIndex element = forest.preorder()[i];
@@ -109,11 +110,13 @@ class PassiveRowElements {
         if (isStoodForBy(texts, element)) {
           plan_.silentElementIDs.insert(element);
         } else if (texts.claimCell(context_.primaryText(element))) {
-          plan_.namedAroundElementIDs.insert(element);
+          wholeCells.push_back(element);
         }
       }
       i = isOtherRow ? forest.subtreeEnd(element) : i + 1;
     }
+    // Of several nameless ones a reader could not tell which is which.
+    if (wholeCells.size() == 1) plan_.namedAroundElementIDs.insert(wholeCells.front());
   }
 
   bool isStoodForBy(RowTexts& texts, ElementIndex index) const {
