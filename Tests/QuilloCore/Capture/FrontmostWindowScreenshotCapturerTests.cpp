@@ -1,0 +1,163 @@
+#include "QuilloCore/Capture/FrontmostWindowScreenshotCapturer.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "QuilloCore/Capture/WindowScreenshotCaptureError.h"
+#include "QuilloCore/Concurrency/BlockingLoop.h"
+#include "QuilloCore/Concurrency/SpawnedTask.h"
+#include "Tests/Support/Gate.h"
+#include "Tests/Support/VirtualMonotonicClock.h"
+
+namespace quillo::test {
+namespace {
+
+using Error = WindowScreenshotCaptureError;
+
+CapturedWindowMetadata window(std::uint32_t windowID, std::int32_t processIdentifier) {
+  CapturedWindowMetadata metadata;
+  metadata.windowID = windowID;
+  metadata.processIdentifier = processIdentifier;
+  metadata.title = "Letter";
+  return metadata;
+}
+
+WindowCaptureTarget frozen(std::uint32_t windowID, std::int32_t processIdentifier) {
+  WindowCaptureTarget target;
+  target.windowID = windowID;
+  target.processIdentifier = processIdentifier;
+  target.applicationName = "Editor";
+  return target;
+}
+
+/// A display with one window, that fails or waits on demand and records what it was asked.
+struct FakeWindowImages final : WindowImageCapturing {
+  bool allowed = true;
+  std::vector<CapturedWindowMetadata> windows{window(11, 400)};
+  std::optional<BitmapImage> picture = BitmapImage{.width = 2, .height = 1, .pixels = {1, 2, 3, 255, 4, 5, 6, 255}};
+  std::string failure;
+  std::string failsIn;
+  std::string waitsIn;
+  Gate waits;
+  Gate mayGoOn;
+  std::string calls;
+
+  void enter(const std::string& name) {
+    calls += name + " ";
+    if (waitsIn == name) {
+      waits.open();
+      mayGoOn.pass();
+    }
+    if (failsIn == name) throw std::runtime_error("the display is gone");
+  }
+  bool isAllowed() override {
+    enter("allowed");
+    return allowed;
+  }
+  void prepare(std::uint32_t /*windowID*/) override { enter("prepare"); }
+  std::vector<CapturedWindowMetadata> capturableWindows() override {
+    enter("list");
+    return windows;
+  }
+  std::optional<BitmapImage> image(std::uint32_t /*windowID*/) override {
+    enter("image");
+    return picture;
+  }
+};
+
+class ScreenshotCapturer : public testing::Test {
+ protected:
+  SpawnedTask<WindowScreenshotCapture> start(const WindowCaptureTarget& target) {
+    return spawnTask(caller_.executor(), [this, target] { return capturer_.capture(target); });
+  }
+  static std::string endOf(const SpawnedTask<WindowScreenshotCapture>& task) {
+    try {
+      return "captured " + runBlocking([&] { return task.value(); }).window.title;
+    } catch (const std::exception& error) {
+      return error.what();
+    }
+  }
+  std::string endOfCapture(const WindowCaptureTarget& target) { return endOf(start(target)); }
+
+  WindowCaptureTarget target_ = frozen(11, 400);
+  VirtualMonotonicClock clock_;
+  std::shared_ptr<FakeWindowImages> display_ = std::make_shared<FakeWindowImages>();
+  SerialQueue queue_{"screenshot"};
+  SerialQueue caller_{"caller"};
+  FrontmostWindowScreenshotCapturer capturer_{display_, clock_, queue_};
+};
+
+TEST_F(ScreenshotCapturer, frozenWindowsPictureIsAPNG) {
+  const WindowScreenshotCapture capture = runBlocking([&] { return capturer_.capture(target_); });
+  EXPECT_EQ(capture.pngData.substr(0, 8), "\x89PNG\r\n\x1A\n");
+  EXPECT_EQ(capture.pixelWidth, 2);
+  EXPECT_EQ(capture.pixelHeight, 1);
+  EXPECT_EQ(capture.window, display_->windows[0]);
+  EXPECT_EQ(display_->calls, "allowed list image ");
+}
+
+TEST_F(ScreenshotCapturer, eachStepsFailureHasItsNameAndEndsTheCapture) {
+  EXPECT_EQ(endOfCapture(frozen(11, 0)), "The capture target has an invalid process identifier (0).");
+  EXPECT_EQ(endOfCapture(frozen(0, 400)), "The capture target has an invalid window identifier (0).");
+  EXPECT_EQ(display_->calls, "");
+
+  display_->allowed = false;
+  EXPECT_EQ(endOfCapture(target_), "Quillo needs Screen Recording permission before it can capture another app.");
+  EXPECT_EQ(display_->calls, "allowed ");
+  display_->allowed = true;
+
+  display_->failsIn = "list";
+  EXPECT_EQ(endOfCapture(target_), "ScreenCaptureKit could not enumerate captureable windows: the display is gone");
+  display_->failsIn = "image";
+  EXPECT_EQ(endOfCapture(target_), "ScreenCaptureKit could not capture window 11: the display is gone");
+  display_->failsIn = "";
+  display_->picture = BitmapImage{.width = 2, .height = 2, .pixels = {1}};
+  EXPECT_EQ(endOfCapture(target_), "Quillo could not encode the captured window as PNG.");
+  display_->picture.reset();
+  EXPECT_EQ(endOfCapture(target_), "ScreenCaptureKit returned no image for window 11.");
+}
+
+TEST_F(ScreenshotCapturer, noOtherWindowStandsInForTheFrozenOne) {
+  display_->windows = {window(12, 400), window(11, 401)};
+  EXPECT_EQ(endOfCapture(target_), "The frozen window 11 for Editor is no longer available to ScreenCaptureKit.");
+  target_.applicationName.reset();
+  EXPECT_EQ(endOfCapture(target_), "The frozen window 11 for PID 400 is no longer available to ScreenCaptureKit.");
+}
+
+TEST_F(ScreenshotCapturer, displayThatDoesNotAnswerIsGivenUp) {
+  const struct {
+    const char* step;
+    double seconds;
+    const char* message;
+  } cases[] = {{"list", 4, "ScreenCaptureKit did not enumerate captureable windows within 4 seconds."},
+               {"image", 8, "ScreenCaptureKit did not capture window 11 within 8 seconds."}};
+  for (const auto& [step, seconds, message] : cases) {
+    const auto display = std::make_shared<FakeWindowImages>();
+    display->waitsIn = step;
+    SerialQueue queue("stuck");
+    FrontmostWindowScreenshotCapturer capturer(display, clock_, queue);
+    const auto task = spawnTask(caller_.executor(), [&capturer, this] { return capturer.capture(target_); });
+    display->waits.pass();
+    clock_.advance(seconds);
+    EXPECT_EQ(endOf(task), message);
+    display->mayGoOn.open();
+  }
+}
+
+TEST(ScreenshotCaptureDeadlines, stayInTheirRange) {
+  const WindowScreenshotCaptureDeadlines clamped(0.01, 90);
+  EXPECT_EQ(clamped.shareableContent(), 0.1);
+  EXPECT_EQ(clamped.screenshot(), 60);
+  const WindowScreenshotCaptureDeadlines odd(std::numeric_limits<double>::infinity(),
+                                             std::numeric_limits<double>::quiet_NaN());
+  EXPECT_EQ(odd.shareableContent(), 4);
+  EXPECT_EQ(odd.screenshot(), 8);
+}
+
+}  // namespace
+}  // namespace quillo::test
