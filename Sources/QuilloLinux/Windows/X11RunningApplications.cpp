@@ -53,6 +53,12 @@ std::optional<WindowOwner> ownerOf(const X11Connection& connection, OwnerRequest
   return WindowOwner{*pid, classPart(requests.windowClass.bytes()), !isShell};
 }
 
+std::uint32_t activeWindowOf(const X11Connection& connection) {
+  const auto active =
+      X11PropertyRequest(connection, connection.root(), connection.atom(X11Atom::netActiveWindow)).words();
+  return active.empty() ? 0 : active[0];
+}
+
 RunningApplication applicationOf(const WindowOwner& owner, const ApplicationIdentityLookup& lookup) {
   RunningApplication application;
   application.processIdentifier = owner.processIdentifier;
@@ -66,13 +72,16 @@ RunningApplication applicationOf(const WindowOwner& owner, const ApplicationIden
 
 }  // namespace
 
+std::uint32_t X11RunningApplications::activeWindow() {
+  const auto connection = X11Connection::open();
+  return connection ? activeWindowOf(*connection) : 0;
+}
+
 std::optional<RunningApplication> X11RunningApplications::frontmostApplication() {
   const auto connection = X11Connection::open();
-  if (!connection) return std::nullopt;
-  const auto active =
-      X11PropertyRequest(*connection, connection->root(), connection->atom(X11Atom::netActiveWindow)).words();
-  if (active.empty() || active[0] == 0) return std::nullopt;
-  OwnerRequests requests(*connection, active[0]);
+  const std::uint32_t active = connection ? activeWindowOf(*connection) : 0;
+  if (active == 0) return std::nullopt;
+  OwnerRequests requests(*connection, active);
   const auto owner = ownerOf(*connection, requests);
   return owner ? std::optional(applicationOf(*owner, lookup_)) : std::nullopt;
 }

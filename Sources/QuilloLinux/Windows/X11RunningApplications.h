@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -22,6 +23,9 @@ class X11RunningApplications final : public RunningApplicationsProviding {
 
   std::optional<RunningApplication> frontmostApplication() override;
   std::optional<RunningApplication> application(std::int32_t processIdentifier) override;
+
+  /// The number of the active window; 0 when there is none.
+  static std::uint32_t activeWindow();
 
  private:
   ApplicationIdentityLookup lookup_;
