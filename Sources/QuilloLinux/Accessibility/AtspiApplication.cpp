@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <deque>
 #include <set>
 #include <string>
 #include <thread>
@@ -90,37 +89,61 @@ void AtspiApplication::prepareTree() {
   if (reader_.toolkit() == AtspiToolkit::chromium) awaitTree();
 }
 
+std::size_t AtspiApplication::sampleTree() {
+  constexpr std::size_t windowSample = 400;
+  constexpr std::size_t documentSample = 60;
+  // Once the pages are known only these are looked at: the rest of the window is there from the beginning.
+  const std::vector<std::uint64_t> roots = documents_.empty() ? windows_ : documents_;
+  const std::size_t sampledCount = documents_.empty() ? windowSample : documentSample;
+  std::size_t childCount = 0;
+  std::set<std::uint64_t> seen;
+  for (const std::uint64_t root : roots) {
+    reader_.readTree(root, sampledCount);
+    std::vector<std::uint64_t> pending = {root};
+    while (!pending.empty()) {
+      const std::uint64_t token = pending.back();
+      pending.pop_back();
+      const AtspiNodeRecord* record = seen.insert(token).second ? reader_.knownRecord(token) : nullptr;
+      if (record == nullptr) continue;
+      childCount += record->children.size();
+      pending.insert(pending.end(), record->children.begin(), record->children.end());
+      const bool isPage = record->role == AtspiRole::documentWeb && record->is(AtspiState::showing);
+      if (isPage && std::ranges::count(documents_, token) == 0) documents_.push_back(token);
+    }
+  }
+  return childCount;
+}
+
+bool AtspiApplication::hasPageWithElements() const {
+  return std::ranges::any_of(documents_, [&](std::uint64_t document) {
+    const AtspiNodeRecord* record = reader_.knownRecord(document);
+    return record != nullptr && !record->children.empty();
+  });
+}
+
 void AtspiApplication::awaitTree() {
   using namespace std::chrono_literals;
-  constexpr std::size_t sampledCount = 150;
   constexpr int steadyReadingsWanted = 2;
   constexpr auto pause = 50ms;
   constexpr auto longest = 1500ms;
+  constexpr auto longestForAnyElement = 3000ms;  // a page without a single element is worth waiting for
 
   // The calls themselves switch the tree on. How many children the upper elements have stands still when it is built.
+  const auto started = std::chrono::steady_clock::now();
   std::size_t previous = 0;
   int steadyReadings = 0;
-  const auto deadline = std::chrono::steady_clock::now() + longest;
-  while (std::chrono::steady_clock::now() < deadline && !control_.stopReason()) {
-    std::size_t current = 0;
-    std::deque<std::uint64_t> pending(windows_.begin(), windows_.end());
-    for (const std::uint64_t window : windows_) reader_.readTree(window, sampledCount);
-    std::set<std::uint64_t> seen;
-    while (!pending.empty()) {
-      const std::uint64_t token = pending.front();
-      pending.pop_front();
-      const AtspiNodeRecord* record = seen.insert(token).second ? reader_.knownRecord(token) : nullptr;
-      if (record == nullptr) continue;
-      current += record->children.size();
-      pending.insert(pending.end(), record->children.begin(), record->children.end());
-    }
+  while (!control_.stopReason()) {
+    const std::size_t current = sampleTree();
+    isTreeBuilt_ = hasPageWithElements();
     steadyReadings = current == previous ? steadyReadings + 1 : 0;
     previous = current;
     reader_.forget();
-    readWindows();
-    if (steadyReadings == steadyReadingsWanted) return;
+    const auto elapsed = std::chrono::steady_clock::now() - started;
+    if (isTreeBuilt_ && steadyReadings >= steadyReadingsWanted) break;
+    if (elapsed >= (isTreeBuilt_ ? longest : longestForAnyElement)) break;
     std::this_thread::sleep_for(pause);
   }
+  readWindows();
 }
 
 std::optional<std::uint64_t> AtspiApplication::focusedWindow() const {

@@ -28,9 +28,12 @@ class AtspiApplication {
 
   std::optional<std::uint64_t> focusedWindow() const;
 
-  /// To be called before more than the windows is read. Where a toolkit builds its tree only on demand, waits (at most
-  /// 1.5 seconds, once) until it has done so.
+  /// To be called before more than the windows is read. Where a toolkit builds its tree only on demand, waits once
+  /// until it has done so: at most 1.5 seconds, or 3 when its page has no element at all until then.
   void prepareTree();
+
+  /// False when `prepareTree` waited in vain for the first element of a page.
+  bool isTreeBuilt() const { return isTreeBuilt_; }
 
   /// The element that has the focus inside the focused window. Reads the whole window where the toolkit cannot be
   /// asked.
@@ -44,6 +47,8 @@ class AtspiApplication {
   void identifyToolkit();
   void readWindows();
   void awaitTree();
+  std::size_t sampleTree();
+  bool hasPageWithElements() const;
   std::optional<std::vector<std::uint64_t>> matchFocused(std::uint64_t window);
   std::optional<std::uint64_t> bestFocused(const std::vector<std::uint64_t>& candidates);
 
@@ -53,7 +58,9 @@ class AtspiApplication {
   const AccessibilityCaptureControl& control_;
   std::vector<std::uint64_t> roots_;  // one for each connection that the process has
   std::vector<std::uint64_t> windows_;
+  std::vector<std::uint64_t> documents_;  // the pages seen while waiting for the tree
   bool isTreePrepared_ = false;
+  bool isTreeBuilt_ = true;
 };
 
 }  // namespace quillo

@@ -80,11 +80,15 @@ void AtspiNodeReader::start(std::uint64_t token) {
   auto reading = std::make_shared<Reading>();
   reading->token = token;
   reading->object = objects_[token];
-  readBase(reading);
+  readRole(reading);
+  if (toolkit_ == AtspiToolkit::chromium) {
+    reading->next = &AtspiNodeReader::readLeafOrBase;
+  } else {
+    readBase(reading);
+  }
 }
 
-void AtspiNodeReader::readBase(const std::shared_ptr<Reading>& reading) {
-  reading->next = &AtspiNodeReader::readByRole;
+void AtspiNodeReader::readRole(const std::shared_ptr<Reading>& reading) {
   AtspiNodeRecord& record = reading->record;
   ask(reading, accessible, "GetRole", {}, [&record](const AtspiReply& reply) {
     if (const auto role = reply.uint32()) {
@@ -93,10 +97,12 @@ void AtspiNodeReader::readBase(const std::shared_ptr<Reading>& reading) {
       record.error = reply.isError() ? reply.error() : AccessibilityErrorCode::failure;
     }
   });
-  ask(reading, accessible, "GetState", {}, [&record](const AtspiReply& reply) {
-    noteLoss(record, reply);
-    record.states = reply.states().value_or(0);
-  });
+}
+
+void AtspiNodeReader::readBase(const std::shared_ptr<Reading>& reading) {
+  reading->next = &AtspiNodeReader::readByRole;
+  readState(reading);
+  AtspiNodeRecord& record = reading->record;
   ask(reading, accessible, "GetInterfaces", {}, [&record](const AtspiReply& reply) {
     noteLoss(record, reply);
     record.interfaces = shortInterfaceNames(reply.texts().value_or(std::vector<std::string>{}));
@@ -115,12 +121,35 @@ void AtspiNodeReader::readBase(const std::shared_ptr<Reading>& reading) {
       if (!child.isNull()) record.children.push_back(objects_.tokenOf(child));
     }
   });
+  get(reading, accessible, "Description",
+      [&record](const AtspiReply& reply) { record.description = reply.text().value_or(""); });
+}
+
+void AtspiNodeReader::readState(const std::shared_ptr<Reading>& reading) {
+  AtspiNodeRecord& record = reading->record;
+  ask(reading, accessible, "GetState", {}, [&record](const AtspiReply& reply) {
+    noteLoss(record, reply);
+    record.states = reply.states().value_or(0);
+  });
   get(reading, accessible, "Name", [&record](const AtspiReply& reply) {
     noteLoss(record, reply);
     record.name = reply.text().value_or("");
   });
-  get(reading, accessible, "Description",
-      [&record](const AtspiReply& reply) { record.description = reply.text().value_or(""); });
+}
+
+void AtspiNodeReader::readExtents(const std::shared_ptr<Reading>& reading) {
+  AtspiNodeRecord& record = reading->record;
+  ask(reading, component, "GetExtents", screenCoordinates,
+      [&record](const AtspiReply& reply) { record.extents = reply.extents(); });
+}
+
+void AtspiNodeReader::readLeafOrBase(const std::shared_ptr<Reading>& reading) {
+  if (reading->record.error != AccessibilityErrorCode::success) return finish(reading);
+  if (reading->record.role != AtspiRole::staticText) return readBase(reading);
+  // Half of a page's elements are plain words, which have no children and nothing else to tell.
+  reading->next = &AtspiNodeReader::finish;
+  readState(reading);
+  readExtents(reading);
 }
 
 void AtspiNodeReader::readByRole(const std::shared_ptr<Reading>& reading) {
@@ -130,10 +159,7 @@ void AtspiNodeReader::readByRole(const std::shared_ptr<Reading>& reading) {
   const AtspiRole role = record.role;
 
   // Some toolkits complain to their logs when they are asked for what an object does not have.
-  if (record.hasInterface("Component")) {
-    ask(reading, component, "GetExtents", screenCoordinates,
-        [&record](const AtspiReply& reply) { record.extents = reply.extents(); });
-  }
+  if (record.hasInterface("Component")) readExtents(reading);
   const bool isPassword = role == AtspiRole::passwordText;
   if (!isPassword && mayHoldWords(record)) {
     get(reading, textInterface, "CharacterCount", [&record](const AtspiReply& reply) {

@@ -59,7 +59,11 @@ class AtspiNodeReader {
 
   bool isWorthFollowing(const AtspiNodeRecord& record) const;
   void start(std::uint64_t token);
+  void readRole(const std::shared_ptr<Reading>& reading);
+  void readLeafOrBase(const std::shared_ptr<Reading>& reading);
   void readBase(const std::shared_ptr<Reading>& reading);
+  void readState(const std::shared_ptr<Reading>& reading);
+  void readExtents(const std::shared_ptr<Reading>& reading);
   void readByRole(const std::shared_ptr<Reading>& reading);
   void readCell(const std::shared_ptr<Reading>& reading);
   void readActions(const std::shared_ptr<Reading>& reading);

@@ -381,6 +381,9 @@ std::vector<std::string> AtspiSession::captureWarnings() {
     warnings.emplace_back(
         "Several windows of the application stand in the frozen window's place; it was recognised by its title.");
   }
+  if (application_ && !application_->isTreeBuilt()) {
+    warnings.emplace_back("The application had not built the elements of its page yet; capture it once more.");
+  }
   if (unreadHiddenCount_ == 1) {
     warnings.emplace_back("1 element that the application keeps hidden was left out with everything inside it.");
   } else if (unreadHiddenCount_ > 1) {
