@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <type_traits>
 
 #include "QuilloCore/Artifacts/ArtifactBundleLayout.h"
 #include "QuilloCore/Artifacts/ArtifactFileError.h"
@@ -21,6 +22,24 @@ void requireSchemaVersion(const JsonCursor& root, std::int64_t oldest, std::int6
   if (version < oldest || version > newest) throw Error(Error::UnsupportedSchema{version});
 }
 
+/// As readJson, but the context text is checked and not copied.
+ArtifactManifest readWithoutContextText(const JsonCursor& root) {
+  ArtifactManifest manifest;
+  forEachSortedField<ArtifactManifest>([&](const auto& field) {
+    using Member = std::remove_cvref_t<decltype(manifest.*field.member)>;
+    if constexpr (detail::isOptional<Member>) {
+      if (const auto member = root.find(field.key))
+        manifest.*field.member = readJson<typename Member::value_type>(*member);
+    } else if constexpr (std::is_same_v<Member, std::string>) {
+      const std::string_view text = root.require(field.key).string();
+      if (field.member != &ArtifactManifest::contextText) manifest.*field.member = text;
+    } else {
+      manifest.*field.member = readJson<Member>(root.require(field.key));
+    }
+  });
+  return manifest;
+}
+
 }  // namespace
 
 /// Calls `decode(bytes)`, so that its errors name the file.
@@ -36,12 +55,12 @@ auto ArtifactBundleReader::decodeFile(const std::string& filename, Decode decode
   }
 }
 
-ArtifactManifest ArtifactBundleReader::readManifest() const {
-  auto manifest = decodeFile(std::string(ArtifactBundleLayout::manifestFilename), [](std::string_view bytes) {
+ArtifactManifest ArtifactBundleReader::readManifest(ListingDetail detail) const {
+  auto manifest = decodeFile(std::string(ArtifactBundleLayout::manifestFilename), [&](std::string_view bytes) {
     const JsonDocument document = JsonDocument::parse(bytes);
     const JsonCursor root = document.root();
     requireSchemaVersion(root, 1, ArtifactManifest::currentSchemaVersion);
-    return readJson<ArtifactManifest>(root);
+    return detail == ListingDetail::everything ? readJson<ArtifactManifest>(root) : readWithoutContextText(root);
   });
   ArtifactBundleLayout::validate(manifest);
   return manifest;

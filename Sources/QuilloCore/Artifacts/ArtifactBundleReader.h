@@ -1,6 +1,6 @@
 #pragma once
 
-#include <functional>
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -11,6 +11,9 @@
 #include "QuilloCore/Semantics/InterfaceObservation.h"
 
 namespace quillo {
+
+/// How much of a manifest a listing keeps. The context texts are by far the largest part of a library.
+enum class ListingDetail : std::uint8_t { everything, withoutContextTexts };
 
 /// An observation and whether it was made anew from the snapshot, the stored one being missing or of an older version.
 struct InterfaceObservationRead {
@@ -27,7 +30,7 @@ class ArtifactBundleReader {
       : bundle_(bundle), bundleName_(std::move(bundleName)) {}
 
   /// The manifest, its version and the names in it having been checked.
-  ArtifactManifest readManifest() const;
+  ArtifactManifest readManifest(ListingDetail detail = ListingDetail::everything) const;
   /// The remaining readings take the manifest that `readManifest` returned.
   std::string readScreenshot(const ArtifactManifest& manifest) const;
   AccessibilitySnapshot readSnapshot(const ArtifactManifest& manifest) const;

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "QuilloCore/Artifacts/ArtifactBundleLayout.h"
-#include "QuilloCore/Artifacts/ArtifactBundleReader.h"
 #include "QuilloCore/Artifacts/ArtifactBundleWriter.h"
 #include "QuilloCore/Artifacts/ArtifactFileError.h"
 #include "QuilloCore/Artifacts/ArtifactRepositoryError.h"
@@ -71,9 +70,7 @@ std::vector<StoredArtifact> ArtifactStore::list(ListingDetail detail) {
     if (entry.kind != FileKind::directory || !Layout::isBundleName(entry.name)) continue;
     try {
       const auto bundle = root->openDirectory(entry.name);
-      ArtifactManifest manifest = ArtifactBundleReader(*bundle, entry.name).readManifest();
-      if (detail == ListingDetail::withoutContextTexts) manifest.contextText = {};
-      artifacts.push_back({std::move(manifest), rootPath_ / entry.name});
+      artifacts.push_back({ArtifactBundleReader(*bundle, entry.name).readManifest(detail), rootPath_ / entry.name});
     } catch (const Error&) {
     } catch (const ArtifactFileError&) {
     } catch (const FileSystemError&) {

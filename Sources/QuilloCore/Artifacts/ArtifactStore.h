@@ -1,12 +1,12 @@
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "QuilloCore/Artifacts/ArtifactBundleReader.h"
 #include "QuilloCore/Artifacts/ArtifactModels.h"
 #include "QuilloCore/Artifacts/ArtifactProjection.h"
 #include "QuilloCore/Artifacts/FileSystem.h"
@@ -15,9 +15,6 @@
 #include "QuilloCore/Support/UUID.h"
 
 namespace quillo {
-
-/// How much of each manifest a listing keeps. The context texts are by far the largest part of a library.
-enum class ListingDetail : std::uint8_t { everything, withoutContextTexts };
 
 /// The directory of artifact bundles. A bundle appears, changes and disappears in one step each, so that neither a
 /// crash nor a power cut leaves half of one.

@@ -280,7 +280,8 @@ CanonicalAccessibilityEvidence decode(const JsonCursor& root) {
 }
 
 std::string encodeSnapshot(const AccessibilitySnapshot& snapshot) {
-  return encode(makeEvidence(snapshot));
+  // As `encode`, without computing every digest a second time: what has just been made is valid.
+  return encodeJson(makeEvidence(snapshot), JsonStyle::compact);
 }
 
 AccessibilitySnapshot decodeSnapshot(std::string_view bytes) {

@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -479,6 +480,58 @@ TEST_F(ArtifactStoreTest, aKilledProcessLeavesOnlyWholeBundles) {
     EXPECT_EQ(draft.accessibilitySnapshot, loaded.accessibilitySnapshot);
     EXPECT_TRUE(stored.manifest.title == "Inbox" || stored.manifest.title == "Edited");
   }
+}
+
+/// Creates bundles, and moves every second one away; leaves the program with 0 when nothing failed.
+[[noreturn]] void createAndTrash(const fs::path& root, const fs::path& trashFolder) {
+  constexpr int count = 60;
+  int failures = 0;
+  try {
+    PosixFileSystem fileSystem;
+    SystemWallClock clock;
+    RandomUUIDGenerator identifiers;
+    FakeTrash trash;
+    trash.action = [&](const fs::path& path) {
+      fs::rename(path, trashFolder / path.filename());
+      return std::optional(trashFolder / path.filename());
+    };
+    ArtifactStore store(root, {fileSystem, trash, clock, identifiers}, fakeProjection());
+    for (int i = 0; i < count; ++i) {
+      const UUID id = identifiers.makeUUID();
+      store.create(makeDraft(id.text()));
+      if (i % 2 == 0) store.moveToTrash(id);
+    }
+  } catch (const std::exception&) {
+    ++failures;
+  }
+  std::_Exit(failures);
+}
+
+TEST_F(ArtifactStoreTest, severalProcessesShareALibrary) {
+  const fs::path trashFolder = directory.path() / "Trash";
+  fs::create_directory(trashFolder);
+  std::vector<pid_t> children;
+  children.reserve(2);
+  for (int i = 0; i < 2; ++i) {
+    const pid_t child = ::fork();
+    if (child == 0) createAndTrash(root(), trashFolder);
+    children.push_back(child);
+  }
+  store.prepare();
+  // Bundles come and go while they are read.
+  std::size_t running = children.size();
+  while (running > 0) {
+    const auto artifacts = store.list();
+    EXPECT_LE(artifacts.size(), 62U);
+    int status = 0;
+    if (const pid_t ended = ::waitpid(-1, &status, WNOHANG); ended > 0) {
+      EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+      --running;
+    }
+  }
+  EXPECT_EQ(60U, store.list().size());
+  EXPECT_EQ(60U, store.bundleNames().size());
+  EXPECT_EQ(60, std::distance(fs::directory_iterator(trashFolder), fs::directory_iterator()));
 }
 
 }  // namespace
