@@ -25,6 +25,7 @@ constexpr auto standardActions = std::to_array<std::pair<std::string_view, std::
     {"open", "AXPress"},
     {"press", "AXPress"},
     {"select", "AXPress"},
+    {"showcontextmenu", "AXShowMenu"},
     {"showmenu", "AXShowMenu"},
     {"switch", "AXPress"},
     {"toggle", "AXPress"},
