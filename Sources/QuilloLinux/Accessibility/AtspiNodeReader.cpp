@@ -15,6 +15,7 @@ constexpr const char* actionInterface = "org.a11y.atspi.Action";
 constexpr const char* textInterface = "org.a11y.atspi.Text";
 constexpr std::string_view interfacePrefix = "org.a11y.atspi.";
 constexpr std::uint32_t screenCoordinates = 0;
+constexpr std::uint32_t windowCoordinates = 1;
 constexpr std::uint32_t labelledByRelation = 2;
 
 /// More children than any capture keeps are not looked at one by one.
@@ -111,16 +112,6 @@ void AtspiNodeReader::readBase(const std::shared_ptr<Reading>& reading) {
     noteLoss(record, reply);
     record.attributes = reply.attributes().value_or(std::vector<std::pair<std::string, std::string>>{});
   });
-  ask(reading, accessible, "GetChildren", {}, [this, &record](const AtspiReply& reply) {
-    record.childrenError = reply.error();
-    const auto children = reply.objects();
-    if (!children) return;
-    record.children.reserve(std::min(children->size(), maximumChildCount));
-    for (const AtspiObject& child : *children) {
-      if (record.children.size() == maximumChildCount) break;
-      if (!child.isNull()) record.children.push_back(objects_.tokenOf(child));
-    }
-  });
   get(reading, accessible, "Description",
       [&record](const AtspiReply& reply) { record.description = reply.text().value_or(""); });
 }
@@ -139,8 +130,35 @@ void AtspiNodeReader::readState(const std::shared_ptr<Reading>& reading) {
 
 void AtspiNodeReader::readExtents(const std::shared_ptr<Reading>& reading) {
   AtspiNodeRecord& record = reading->record;
-  ask(reading, component, "GetExtents", screenCoordinates,
+  // GTK 4 gives the same either way, and writes a warning into its log when it is asked for the screen's.
+  const std::uint32_t coordinates = toolkit_ == AtspiToolkit::gtk4 ? windowCoordinates : screenCoordinates;
+  ask(reading, component, "GetExtents", coordinates,
       [&record](const AtspiReply& reply) { record.extents = reply.extents(); });
+}
+
+void AtspiNodeReader::readChildren(const std::shared_ptr<Reading>& reading) {
+  AtspiNodeRecord& record = reading->record;
+  ask(reading, accessible, "GetChildren", {}, [this, &record](const AtspiReply& reply) {
+    record.childrenError = reply.error();
+    const auto children = reply.objects();
+    if (!children) return;
+    record.children.reserve(std::min(children->size(), maximumChildCount));
+    for (const AtspiObject& child : *children) {
+      if (record.children.size() == maximumChildCount) break;
+      if (!child.isNull()) record.children.push_back(objects_.tokenOf(child));
+    }
+  });
+}
+
+void AtspiNodeReader::readCountedChildren(const std::shared_ptr<Reading>& reading) {
+  get(reading, accessible, "ChildCount", [this, reading](const AtspiReply& reply) {
+    const auto count = reply.int32();
+    if (count && *count >= 0 && std::cmp_less_equal(*count, maximumChildCount)) {
+      readChildren(reading);
+    } else {
+      reading->record.childrenError = count ? AccessibilityErrorCode::failure : reply.error();
+    }
+  });
 }
 
 void AtspiNodeReader::readLeafOrBase(const std::shared_ptr<Reading>& reading) {
@@ -158,6 +176,12 @@ void AtspiNodeReader::readByRole(const std::shared_ptr<Reading>& reading) {
   if (record.error != AccessibilityErrorCode::success) return finish(reading);
   const AtspiRole role = record.role;
 
+  // A spreadsheet would make an object of each of its cells, millions of them, and choke on it.
+  if (record.is(AtspiState::managesDescendants) && isTable(role)) {
+    readCountedChildren(reading);
+  } else {
+    readChildren(reading);
+  }
   // Some toolkits complain to their logs when they are asked for what an object does not have.
   if (record.hasInterface("Component")) readExtents(reading);
   const bool isPassword = role == AtspiRole::passwordText;

@@ -63,6 +63,8 @@ class AtspiNodeReader {
   void readLeafOrBase(const std::shared_ptr<Reading>& reading);
   void readBase(const std::shared_ptr<Reading>& reading);
   void readState(const std::shared_ptr<Reading>& reading);
+  void readChildren(const std::shared_ptr<Reading>& reading);
+  void readCountedChildren(const std::shared_ptr<Reading>& reading);
   void readExtents(const std::shared_ptr<Reading>& reading);
   void readByRole(const std::shared_ptr<Reading>& reading);
   void readCell(const std::shared_ptr<Reading>& reading);

@@ -120,6 +120,7 @@ inline constexpr unsigned sensitive = 24;
 inline constexpr unsigned showing = 25;
 inline constexpr unsigned vertical = 29;
 inline constexpr unsigned visible = 30;
+inline constexpr unsigned managesDescendants = 31;
 inline constexpr unsigned indeterminate = 32;
 inline constexpr unsigned required = 33;
 inline constexpr unsigned invalidEntry = 36;
