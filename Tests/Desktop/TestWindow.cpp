@@ -8,6 +8,8 @@
 #include <cstdlib>
 #include <stdexcept>
 
+#include "RunningProgram.h"
+
 namespace quillo::test {
 namespace {
 
@@ -50,7 +52,23 @@ TestWindow::TestWindow(const TestWindowOptions& options) : connection_(xcb_conne
 }
 
 TestWindow::~TestWindow() {
+  // The display gives the window's number to the next connection; until the manager has taken note, it would take the
+  // next window for this one.
+  destroy();
+  eventually([this] { return !isManaged(); }, 2);
   xcb_disconnect(connection_);
+}
+
+bool TestWindow::isManaged() {
+  xcb_get_property_reply_t* reply = xcb_get_property_reply(
+      connection_,
+      xcb_get_property(connection_, 0, root_, atom("_NET_CLIENT_LIST"), XCB_GET_PROPERTY_TYPE_ANY, 0, 1024), nullptr);
+  if (reply == nullptr) return false;
+  const auto* windows = static_cast<const std::uint32_t*>(xcb_get_property_value(reply));
+  const auto count = static_cast<std::size_t>(xcb_get_property_value_length(reply)) / sizeof(std::uint32_t);
+  const bool isListed = std::find(windows, windows + count, window_) != windows + count;
+  std::free(reply);
+  return isListed;
 }
 
 std::uint32_t TestWindow::atom(const std::string& name) {

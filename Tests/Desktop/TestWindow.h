@@ -45,6 +45,7 @@ class TestWindow {
   void activate();
 
  private:
+  bool isManaged();
   std::uint32_t atom(const std::string& name);
   void ask(const std::string& message, const std::vector<std::uint32_t>& words);
   void sync();

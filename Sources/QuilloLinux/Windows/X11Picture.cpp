@@ -5,6 +5,7 @@
 #include <xcb/shm.h>
 #include <xcb/xcb.h>
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstring>
@@ -34,7 +35,7 @@ class SharedMemory {
     const int identifier = ::shmget(IPC_PRIVATE, size, IPC_CREAT | ownerOnly);
     if (identifier < 0) return;
     void* memory = ::shmat(identifier, nullptr, 0);
-    if (memory != reinterpret_cast<void*>(-1)) {
+    if (std::bit_cast<std::intptr_t>(memory) != -1) {
       memory_ = memory;
       segment_ = xcb_generate_id(connection_);
       const X11Reply<xcb_generic_error_t> error(xcb_request_check(

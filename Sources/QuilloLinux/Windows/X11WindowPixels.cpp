@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -17,11 +18,10 @@
 namespace quillo {
 namespace {
 
-using std::chrono_literals::operator""ms;
 using Clock = std::chrono::steady_clock;
 
 /// What a program that answers needs to draw what was covered.
-constexpr auto drawingTime = 100ms;
+constexpr std::chrono::milliseconds drawingTime{100};
 
 constexpr std::uint8_t eventCodeMask = 0x7F;
 

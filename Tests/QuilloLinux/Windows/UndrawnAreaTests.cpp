@@ -1,0 +1,55 @@
+#include "QuilloLinux/Windows/UndrawnArea.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <vector>
+
+namespace quillo::test {
+namespace {
+
+TEST(UndrawnArea, agreesWithAPictureOfTheSameStrokes) {
+  constexpr std::int32_t side = 24;
+  std::uint32_t random = 7;
+  const auto next = [&](std::int32_t bound) {
+    random = random * 1664525 + 1013904223;
+    return static_cast<std::int32_t>((random >> 16) % static_cast<std::uint32_t>(bound));
+  };
+  for (int round = 0; round < 200; ++round) {
+    UndrawnArea area;
+    std::vector<int> pixels(side * side);
+    for (int stroke = next(8); stroke > 0; --stroke) {
+      const PixelRect rect{next(side) - 4, next(side) - 4, next(side), next(side)};
+      area.draw(rect);
+      for (std::int32_t y = 0; y < side; ++y) {
+        for (std::int32_t x = 0; x < side; ++x) {
+          if (!rect.intersection({x, y, 1, 1}).isEmpty()) pixels[static_cast<std::size_t>(y * side + x)] = 1;
+        }
+      }
+    }
+    // Each pixel that no stroke met lies in exactly one rectangle, each other one in none.
+    for (const PixelRect& rect : area.within(side, side)) {
+      for (std::int32_t y = rect.y; y < rect.y + rect.height; ++y) {
+        for (std::int32_t x = rect.x; x < rect.x + rect.width; ++x) ++pixels[static_cast<std::size_t>(y * side + x)];
+      }
+    }
+    EXPECT_EQ(pixels, std::vector<int>(side * side, 1)) << "round " << round;
+  }
+}
+
+TEST(UndrawnArea, grownWindowHasNewPartsToDraw) {
+  UndrawnArea area;
+  area.draw({0, 0, 100, 50});
+  EXPECT_TRUE(area.within(100, 50).empty());
+  EXPECT_EQ(area.within(120, 50), (std::vector<PixelRect>{{100, 0, 20, 50}}));
+}
+
+TEST(UndrawnArea, specksWithoutEndAreNotFollowed) {
+  UndrawnArea area;
+  for (std::int32_t i = 0; i < 20'000; ++i) area.draw({i % 200 * 3, i / 200 * 3, 1, 1});
+  EXPECT_FALSE(area.within(600, 300).empty());
+  EXPECT_LT(area.within(600, 300).size(), 5000U);
+}
+
+}  // namespace
+}  // namespace quillo::test
