@@ -10,11 +10,14 @@ const AccessibilityAttributeValue* AccessibilityNode::attribute(std::string_view
 }
 
 void AccessibilityNode::sortAttributes() {
+  // Nearly always in order already, and sorting moves everything even then.
+  if (std::ranges::is_sorted(attributes, {}, &AccessibilityAttribute::name)) return;
   std::ranges::stable_sort(attributes, {}, &AccessibilityAttribute::name);
 }
 
 void AccessibilitySnapshot::deriveFields() {
-  std::ranges::stable_sort(nodes, {}, &AccessibilityNode::id);
+  if (!std::ranges::is_sorted(nodes, {}, &AccessibilityNode::id))
+    std::ranges::stable_sort(nodes, {}, &AccessibilityNode::id);
   nodeCount = static_cast<std::int64_t>(nodes.size());
   wasTruncated = !truncations.empty();
 }

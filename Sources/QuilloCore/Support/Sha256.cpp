@@ -29,11 +29,11 @@ struct Sha256Hasher::Context {
 
 std::string hexadecimalText(const Sha256Digest& digest) {
   static constexpr std::string_view digits = "0123456789abcdef";
-  std::string text;
-  text.reserve(2 * digest.size());
+  std::string text(2 * digest.size(), '0');
+  char* digit = text.data();
   for (const std::uint8_t byte : digest) {
-    text += digits[byte >> 4U];
-    text += digits[byte & 0xFU];
+    *digit++ = digits[byte >> 4U];
+    *digit++ = digits[byte & 0xFU];
   }
   return text;
 }
