@@ -70,7 +70,8 @@ bool isGenericRoleWord(std::string_view foldedText) {
 
 /// Actions that every reader expects of every element, whatever it is.
 bool isStandardAction(std::string_view name) {
-  static constexpr std::array<std::string_view, 5> names = {"showMenu", "confirm", "raise", "pick", "focus"};
+  static constexpr std::array<std::string_view, 6> names = {"showMenu", "showContextMenu", "confirm", "raise", "pick",
+                                                            "focus"};
   return std::ranges::find(names, name) != names.end() || name.starts_with("scroll");
 }
 

@@ -125,8 +125,8 @@ class MapWalk {
     }
     if (!properties.index) return;
     const auto [expected, isFirst] = nextIndexOfTable_.try_emplace(tableOf_[index], 0);
-    const bool isUnexpected = *properties.index != expected->second && !(isFirst && *properties.index <= 1);
-    if (isUnexpected) lines_.addIndented(level, fmt::format("flat accessibility index: {}", *properties.index));
+    const bool isExpected = *properties.index == expected->second || (isFirst && *properties.index <= 1);
+    if (!isExpected) lines_.addIndented(level, fmt::format("flat accessibility index: {}", *properties.index));
     expected->second = *properties.index < INT64_MAX ? *properties.index + 1 : *properties.index;
   }
 

@@ -96,7 +96,7 @@ TEST(RendererLines, details) {
 TEST(RendererLines, actionsThatSayMoreThanTheRole) {
   expectLines({
       {"inferred ones", "button 'A' inferred=press,archive", "- button \"A\""},
-      {"what one expects", "button 'A' actions=press,showMenu,confirm,raise,pick,focus,scrollToVisible",
+      {"what one expects", "button 'A' actions=press,showMenu,showContextMenu,confirm,raise,pick,focus,scrollToVisible",
        "- button \"A\""},
       {"an action of its own", "button 'A' actions=press,archive,star", "- button \"A\", actions: archive, star"},
       {"a text that can be pressed", "text 'A' actions=press", "- text \"A\", actions: press"},
