@@ -77,8 +77,9 @@ TEST(CommandErrors, interruptedCaptureEndsAtOnceAndSaysNothing) {
   ASSERT_TRUE(eventually([&] { return runQuillo({"snapshot", "--window", window}).exitStatus == 0; }));
   editor.signal(SIGSTOP);
   for (const char* signal : {"INT", "TERM"}) {
-    const FinishedProgram finished = runProgram(
-        {"timeout", "--preserve-status", "-s", signal, "0.3", QUILLO_PROGRAM, "snapshot", "--window", window});
+    // In the foreground it signals once; otherwise it signals its group as well, and the second signal kills.
+    const FinishedProgram finished = runProgram({"timeout", "--foreground", "--preserve-status", "-s", signal, "0.3",
+                                                 QUILLO_PROGRAM, "snapshot", "--window", window});
     EXPECT_EQ(finished.exitStatus, 130) << signal;
     EXPECT_EQ(finished.output, "");
     EXPECT_EQ(finished.error, "");
