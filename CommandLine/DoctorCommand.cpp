@@ -1,11 +1,14 @@
 #include <fmt/format.h>
 
 #include <cstdlib>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Commands.h"
 #include "QuilloCore/Capture/WindowScreenshotCaptureError.h"
+#include "QuilloLinux/Accessibility/AtspiRegistry.h"
 #include "QuilloLinux/Accessibility/AtspiStatus.h"
 
 namespace quillo {
@@ -48,11 +51,34 @@ Finding examineAccessibility() {
   return {"Accessibility bus", describe(availability), remedy(availability)};
 }
 
+/// The front windows whose applications cannot be captured, because they never came onto the accessibility bus.
+std::vector<Finding> examineApplications(CommandEnvironment& environment) {
+  std::set<std::int32_t> known;
+  for (const AtspiRegisteredApplication& application : readAtspiRegistry()) known.insert(application.processIdentifier);
+  std::vector<Finding> findings;
+  try {
+    for (const WindowListEntry& window : environment.windowList.onScreenFrontToBack()) {
+      if (!known.insert(window.processIdentifier).second) continue;
+      findings.push_back({"Application",
+                          fmt::format("process {} (\"{}\") is not on the accessibility bus", window.processIdentifier,
+                                      window.title.value_or("")),
+                          "Restart it: some applications look for the accessibility bus only when they start, and "
+                          "some never do."});
+    }
+  } catch (const WindowScreenshotCaptureError&) {
+    // Said already where the display server was examined.
+  }
+  return findings;
+}
+
 }  // namespace
 
 CommandResult runDoctor(CommandEnvironment& environment) {
   std::vector<Finding> findings = examineWindows(environment);
   findings.push_back(examineAccessibility());
+  if (findings.back().isGood()) {
+    for (Finding& finding : examineApplications(environment)) findings.push_back(std::move(finding));
+  }
 
   CommandResult result;
   std::string report;

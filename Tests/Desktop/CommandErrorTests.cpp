@@ -13,6 +13,7 @@ namespace quillo::test {
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 
 void expectFailure(const FinishedProgram& finished, const std::string& message) {
   EXPECT_EQ(finished.exitStatus, 1);
@@ -49,6 +50,20 @@ TEST(CommandErrors, snapshotNeedsAccessibility) {
   EXPECT_EQ(doctor.exitStatus, 1);
   EXPECT_THAT(doctor.output, HasSubstr("missing Accessibility bus: Accessibility is switched off in this session."));
   EXPECT_EQ(switchTo("<true>").exitStatus, 0);
+}
+
+TEST(CommandErrors, doctorNamesApplicationsThatAreNotOnTheBus) {
+  const RunningProgram editor({"mousepad"});
+  readWindowHolding(editor, "Mousepad");
+  const FinishedProgram before = runQuillo({"doctor"});
+  EXPECT_EQ(before.exitStatus, 0) << before.output;
+
+  const RunningProgram deaf({"env", "NO_AT_BRIDGE=1", "gtk3-widget-factory"});
+  awaitWindow(deaf);
+  const FinishedProgram doctor = runQuillo({"doctor"});
+  EXPECT_EQ(doctor.exitStatus, 1);
+  EXPECT_THAT(doctor.output, HasSubstr("missing Application: process " + std::to_string(deaf.pid()) + " ("));
+  EXPECT_THAT(doctor.output, Not(HasSubstr(std::to_string(editor.pid()) + " (")));
 }
 
 TEST(CommandErrors, filtersRefuseWhatIsNoCapture) {

@@ -7,11 +7,11 @@
 #include <thread>
 #include <utility>
 
+#include "QuilloLinux/Accessibility/AtspiRegistry.h"
+
 namespace quillo {
 namespace {
 
-const AtspiObject registryRoot{"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"};
-constexpr const char* accessible = "org.a11y.atspi.Accessible";
 constexpr const char* application = "org.a11y.atspi.Application";
 
 AtspiToolkit toolkitOf(const std::string& name, const std::string& version) {
@@ -32,24 +32,11 @@ std::optional<AtspiApplication> AtspiApplication::find(AtspiBus& bus, AtspiObjec
                                                        AtspiNodeReader& reader,
                                                        const AccessibilityCaptureControl& control,
                                                        std::int32_t processIdentifier) {
-  std::vector<AtspiObject> applications;
-  bus.call({registryRoot,
-            accessible,
-            "GetChildren",
-            {},
-            [&](const AtspiReply& reply) { applications = reply.objects().value_or(std::vector<AtspiObject>{}); }},
-           control);
-  const AtspiObject daemon{"org.freedesktop.DBus", "/org/freedesktop/DBus"};
   std::vector<std::uint64_t> roots;
-  for (const AtspiObject& candidate : applications) {
-    bus.queue(
-        {daemon, "org.freedesktop.DBus", "GetConnectionUnixProcessID", candidate.busName, [&](const AtspiReply& reply) {
-           if (reply.uint32() == static_cast<std::uint32_t>(processIdentifier)) {
-             roots.push_back(objects.tokenOf(candidate));
-           }
-         }});
+  for (const AtspiRegisteredApplication& candidate : readAtspiRegistry(bus, control)) {
+    if (candidate.processIdentifier == processIdentifier) roots.push_back(objects.tokenOf(candidate.root));
   }
-  if (!bus.drain(control) || roots.empty()) return std::nullopt;
+  if (roots.empty()) return std::nullopt;
   AtspiApplication found(bus, objects, reader, control, std::move(roots));
   found.identifyToolkit();
   found.readWindows();

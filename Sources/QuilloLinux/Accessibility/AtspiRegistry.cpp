@@ -1,0 +1,39 @@
+#include "QuilloLinux/Accessibility/AtspiRegistry.h"
+
+#include <utility>
+
+#include "QuilloLinux/Accessibility/AtspiStatus.h"
+
+namespace quillo {
+
+std::vector<AtspiRegisteredApplication> readAtspiRegistry(AtspiBus& bus, const AccessibilityCaptureControl& control) {
+  const AtspiObject registry{"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"};
+  const AtspiObject daemon{"org.freedesktop.DBus", "/org/freedesktop/DBus"};
+  std::vector<AtspiObject> roots;
+  bus.call({registry,
+            "org.a11y.atspi.Accessible",
+            "GetChildren",
+            {},
+            [&](const AtspiReply& reply) { roots = reply.objects().value_or(std::vector<AtspiObject>{}); }},
+           control);
+  std::vector<AtspiRegisteredApplication> applications;
+  for (const AtspiObject& root : roots) {
+    bus.queue(
+        {daemon, "org.freedesktop.DBus", "GetConnectionUnixProcessID", root.busName, [&](const AtspiReply& reply) {
+           if (const auto process = reply.uint32()) {
+             applications.push_back({root, static_cast<std::int32_t>(*process)});
+           }
+         }});
+  }
+  if (!bus.drain(control)) applications.clear();
+  return applications;
+}
+
+std::vector<AtspiRegisteredApplication> readAtspiRegistry() {
+  const AccessibilityCaptureControl control(1.0);
+  const AtspiStatus status = readAtspiStatus();
+  const auto bus = status.busAddress.empty() ? nullptr : AtspiBus::connect(status.busAddress);
+  return bus ? readAtspiRegistry(*bus, control) : std::vector<AtspiRegisteredApplication>{};
+}
+
+}  // namespace quillo

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "QuilloCore/Capture/AccessibilityCaptureControl.h"
+#include "QuilloLinux/Accessibility/AtspiBus.h"
+#include "QuilloLinux/Accessibility/AtspiObject.h"
+
+namespace quillo {
+
+/// An application's root object and the process behind its connection.
+struct AtspiRegisteredApplication {
+  AtspiObject root;
+  std::int32_t processIdentifier = 0;
+};
+
+/// Who is on the accessibility bus. Asks the registry and the bus daemon alone, so that no application can hold it up.
+std::vector<AtspiRegisteredApplication> readAtspiRegistry(AtspiBus& bus, const AccessibilityCaptureControl& control);
+
+/// The same for a caller without a connection, within a second; empty when there is no accessibility bus.
+std::vector<AtspiRegisteredApplication> readAtspiRegistry();
+
+}  // namespace quillo
