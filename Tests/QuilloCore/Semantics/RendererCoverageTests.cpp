@@ -43,7 +43,7 @@ std::string everySentence(ElementIndex count) {
   InterfaceObservationCompleteness completeness;
   completeness.retainedElementCount = count;
   completeness.prunedNodeCount = count;
-  completeness.ignoredGraphReferenceCount = 3 * count;
+  completeness.ignoredGraphReferenceCount = std::int64_t{3} * count;
   completeness.sharedGraphReferenceCount = count;
   completeness.cyclicGraphReferenceCount = count;
   completeness.unavailableGraphReferenceCount = count;
