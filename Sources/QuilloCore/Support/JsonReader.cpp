@@ -134,6 +134,7 @@ JsonDocument::~JsonDocument() = default;
 
 JsonDocument JsonDocument::parse(std::string_view text) {
   auto storage = std::make_unique<Storage>();
+  if (text.data() == nullptr) text = "";  // the parser copies even nothing, and not from nowhere
   // The parser counts the document itself as a level.
   auto failure = storage->parser.allocate(text.size(), maximumDepth + 1);
   if (failure == simdjson::SUCCESS) failure = storage->parser.parse(text.data(), text.size()).get(storage->root);
