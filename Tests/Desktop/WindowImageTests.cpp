@@ -1,6 +1,5 @@
 // A window's pixels: exactly its own, whatever covers it, and never a hole.
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -15,8 +14,6 @@
 
 namespace quillo::test {
 namespace {
-
-using testing::HasSubstr;
 
 constexpr std::uint32_t blue = 0x1020F0;
 constexpr std::uint32_t red = 0xF01020;

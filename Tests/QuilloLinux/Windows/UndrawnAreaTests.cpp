@@ -10,6 +10,10 @@ namespace {
 
 TEST(UndrawnArea, agreesWithAPictureOfTheSameStrokes) {
   constexpr std::int32_t side = 24;
+  constexpr std::size_t pixelCount = 24UL * 24;
+  const auto indexOf = [](std::int32_t x, std::int32_t y) {
+    return static_cast<std::size_t>(y) * side + static_cast<std::size_t>(x);
+  };
   std::uint32_t random = 7;
   const auto next = [&](std::int32_t bound) {
     random = random * 1664525 + 1013904223;
@@ -17,23 +21,23 @@ TEST(UndrawnArea, agreesWithAPictureOfTheSameStrokes) {
   };
   for (int round = 0; round < 200; ++round) {
     UndrawnArea area;
-    std::vector<int> pixels(side * side);
+    std::vector<int> pixels(pixelCount);
     for (int stroke = next(8); stroke > 0; --stroke) {
       const PixelRect rect{next(side) - 4, next(side) - 4, next(side), next(side)};
       area.draw(rect);
       for (std::int32_t y = 0; y < side; ++y) {
         for (std::int32_t x = 0; x < side; ++x) {
-          if (!rect.intersection({x, y, 1, 1}).isEmpty()) pixels[static_cast<std::size_t>(y * side + x)] = 1;
+          if (!rect.intersection({x, y, 1, 1}).isEmpty()) pixels[indexOf(x, y)] = 1;
         }
       }
     }
     // Each pixel that no stroke met lies in exactly one rectangle, each other one in none.
     for (const PixelRect& rect : area.within(side, side)) {
       for (std::int32_t y = rect.y; y < rect.y + rect.height; ++y) {
-        for (std::int32_t x = rect.x; x < rect.x + rect.width; ++x) ++pixels[static_cast<std::size_t>(y * side + x)];
+        for (std::int32_t x = rect.x; x < rect.x + rect.width; ++x) ++pixels[indexOf(x, y)];
       }
     }
-    EXPECT_EQ(pixels, std::vector<int>(side * side, 1)) << "round " << round;
+    EXPECT_EQ(pixels, std::vector<int>(pixelCount, 1)) << "round " << round;
   }
 }
 
