@@ -91,6 +91,15 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
                        "The window's number on the display; by default the frontmost window of another application");
   snapshot->callback([&] { parsed.command = snapshotOptions; });
 
+  CaptureOptions captureOptions;
+  auto* capture = app.add_subcommand("capture", "Captures a window's pixels and text into the library");
+  capture->add_option("--window", captureOptions.windowNumber,
+                      "The window's number on the display; by default the frontmost window of another application");
+  capture->add_option("--delay", captureOptions.delay, "Seconds to bring the window to the front")
+      ->check(CLI::Range(0.0, 3600.0));
+  capture->add_flag("--print", captureOptions.printsText, "Print the paste text instead of the identifier");
+  capture->callback([&] { parsed.command = captureOptions; });
+
   ObserveOptions observeOptions;
   bool withoutRoot = false;
   bool withoutActions = false;

@@ -12,6 +12,12 @@ struct SnapshotOptions {
   std::optional<std::uint32_t> windowNumber;
 };
 
+struct CaptureOptions {
+  std::optional<std::uint32_t> windowNumber;
+  double delay = 0;  ///< seconds before the window is chosen
+  bool printsText = false;
+};
+
 struct ObserveOptions {
   std::string input = "-";
   bool synthesizesApplicationRoot = true;
@@ -59,8 +65,9 @@ struct EvidenceOptions {
 };
 
 /// What one call of the program is asked to do.
-using CommandOptions = std::variant<SnapshotOptions, ObserveOptions, RenderOptions, DoctorOptions, ListOptions,
-                                    ShowOptions, TextOptions, EditOptions, TrashOptions, CheckOptions, EvidenceOptions>;
+using CommandOptions =
+    std::variant<SnapshotOptions, CaptureOptions, ObserveOptions, RenderOptions, DoctorOptions, ListOptions,
+                 ShowOptions, TextOptions, EditOptions, TrashOptions, CheckOptions, EvidenceOptions>;
 
 /// What the parser made of the command line: something to do, or a text to print and the status to end with (help, the
 /// version, a mistake).

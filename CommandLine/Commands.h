@@ -1,12 +1,16 @@
 #pragma once
 
+#include <memory>
+
 #include "CommandLibrary.h"
 #include "CommandOptions.h"
 #include "CommandResult.h"
 #include "QuilloCore/Capture/AccessibilityInterface.h"
 #include "QuilloCore/Capture/RunningApplicationsProviding.h"
+#include "QuilloCore/Capture/WindowImageCapturing.h"
 #include "QuilloCore/Capture/WindowListProviding.h"
 #include "QuilloCore/Support/Clocks.h"
+#include "QuilloCore/Support/UUID.h"
 
 namespace quillo {
 
@@ -15,11 +19,14 @@ struct CommandEnvironment {
   AccessibilityInterface& accessibility;
   WindowListProviding& windowList;
   RunningApplicationsProviding& applications;
+  std::shared_ptr<WindowImageCapturing> windowImages;
   WallClock& wallClock;
+  UUIDGenerating& identifiers;
 };
 
 /// Each command throws the typed error of what failed.
 CommandResult runSnapshot(const SnapshotOptions& options, CommandEnvironment& environment);
+CommandResult runCapture(const CaptureOptions& options, CommandEnvironment& environment, CommandLibrary& library);
 CommandResult runObserve(const ObserveOptions& options);
 CommandResult runRender(const RenderOptions& options);
 CommandResult runDoctor(CommandEnvironment& environment);

@@ -1,6 +1,7 @@
 #include <csignal>
 #include <exception>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <variant>
@@ -16,6 +17,7 @@
 #include "QuilloLinux/Desktop/DesktopEntries.h"
 #include "QuilloLinux/Desktop/GioTrash.h"
 #include "QuilloLinux/Windows/X11RunningApplications.h"
+#include "QuilloLinux/Windows/X11WindowImage.h"
 #include "QuilloLinux/Windows/X11WindowList.h"
 
 namespace quillo {
@@ -42,6 +44,9 @@ class RunCommand {
       : environment_(environment), libraryDirectory_(libraryDirectory) {}
 
   CommandResult operator()(const SnapshotOptions& options) const { return runSnapshot(options, environment_); }
+  CommandResult operator()(const CaptureOptions& options) const {
+    return onLibrary([&](CommandLibrary& library) { return runCapture(options, environment_, library); });
+  }
   CommandResult operator()(const ObserveOptions& options) const { return runObserve(options); }
   CommandResult operator()(const RenderOptions& options) const { return runRender(options); }
   CommandResult operator()(const DoctorOptions& /*options*/) const { return runDoctor(environment_); }
@@ -80,7 +85,9 @@ int run(const CommandOptions& command, const std::optional<std::string>& library
   X11WindowList windowList;
   X11RunningApplications applications(identityOf);
   SystemWallClock wallClock;
-  CommandEnvironment environment{accessibility, windowList, applications, wallClock};
+  RandomUUIDGenerator identifiers;
+  CommandEnvironment environment{accessibility, windowList, applications, std::make_shared<X11WindowImage>(identityOf),
+                                 wallClock,     identifiers};
   try {
     const CommandResult result = std::visit(RunCommand(environment, libraryDirectory), command);
     if (result.output) printOutput(*result.output + "\n");

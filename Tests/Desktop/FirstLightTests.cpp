@@ -57,5 +57,27 @@ TEST(FirstLight, widgetGallerysWordsAreInTheText) {
   EXPECT_THAT(text, Not(HasSubstr("safety limit.")));
 }
 
+TEST(FirstLight, captureIsStoredAndReadBack) {
+  const RunningProgram editor({"mousepad", writeFile("letter.txt", "Keep this letter")});
+  readWindowHolding(editor, "Keep this letter");
+  const FinishedProgram captured = runQuillo({"capture"});
+  ASSERT_EQ(captured.exitStatus, 0) << captured.error;
+  const std::string id = captured.output.substr(0, captured.output.find('\n'));
+
+  EXPECT_EQ(runQuillo({"check", id}).output, id + "\tok\n");
+  const std::string text = runQuillo({"text", id}).output;
+  EXPECT_THAT(text, StartsWith("# Quillo capture: "));
+  EXPECT_THAT(text, HasSubstr("Keep this letter"));
+  // The filters give the text that was stored, but for the moment of the observation.
+  const std::string observedAt = "\nObserved at: ";
+  const auto withoutMoment = [&](std::string whole) {
+    whole.erase(0, whole.find("## What Quillo saw"));
+    const std::size_t start = whole.find(observedAt);
+    return whole.erase(start, whole.find('\n', start + 1) - start);
+  };
+  EXPECT_EQ(withoutMoment(text), withoutMoment(contextText()));
+  EXPECT_EQ(runQuillo({"capture", "--window", "5"}).exitStatus, 1);
+}
+
 }  // namespace
 }  // namespace quillo::test

@@ -6,22 +6,13 @@
 #include <tuple>
 #include <vector>
 
+#include "QuilloCore/Capture/ArtifactSource.h"
 #include "QuilloCore/Support/Date.h"
 #include "QuilloCore/Support/Geometry.h"
 #include "QuilloCore/Support/JsonFields.h"
 #include "QuilloCore/Support/UUID.h"
 
 namespace quillo {
-
-/// Where a capture came from.
-struct ArtifactSource {
-  std::string applicationName;
-  std::optional<std::string> bundleIdentifier;
-  std::string windowTitle;  ///< may be empty
-  std::optional<ArtifactRect> windowFrame;
-
-  friend bool operator==(const ArtifactSource&, const ArtifactSource&) = default;
-};
 
 /// What a bundle says of itself, in "manifest.json". Layout 3 is written; 1 and 2 are read.
 struct ArtifactManifest {
@@ -46,14 +37,6 @@ struct ArtifactManifest {
   std::optional<std::string> observationFilename;
 
   friend bool operator==(const ArtifactManifest&, const ArtifactManifest&) = default;
-};
-
-template <>
-struct JsonFields<ArtifactSource> {
-  using R = ArtifactSource;
-  static constexpr auto table =
-      std::tuple{jsonField("applicationName", &R::applicationName), jsonField("bundleIdentifier", &R::bundleIdentifier),
-                 jsonField("windowTitle", &R::windowTitle), jsonField("windowFrame", &R::windowFrame)};
 };
 
 template <>

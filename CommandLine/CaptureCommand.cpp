@@ -1,0 +1,134 @@
+#include <unistd.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "Commands.h"
+#include "QuilloCore/Artifacts/ArtifactPasteTextRenderer.h"
+#include "QuilloCore/Capture/AccessibilityContextCapturer.h"
+#include "QuilloCore/Capture/ContextCaptureService.h"
+#include "QuilloCore/Capture/FocusedAccessibilityWindowHintReader.h"
+#include "QuilloCore/Capture/FrontmostContextCaptureTargetResolver.h"
+#include "QuilloCore/Capture/FrontmostWindowScreenshotCapturer.h"
+#include "QuilloCore/Concurrency/BlockingLoop.h"
+#include "QuilloCore/Concurrency/SerialQueue.h"
+#include "QuilloCore/Concurrency/SystemMonotonicClock.h"
+#include "QuilloCore/Concurrency/TerminationSignals.h"
+#include "QuilloCore/Semantics/InterfaceObservationProcessor.h"
+
+namespace quillo {
+namespace {
+
+/// On a terminal, one line that each step overwrites; nothing anywhere else.
+void showProgress(std::string_view step) {
+  if (::isatty(STDERR_FILENO) == 0) return;
+  std::fprintf(stderr, "\r\033[K%.*s", static_cast<int>(step.size()), step.data());
+  std::fflush(stderr);
+}
+
+ArtifactManifest makeManifest(const ContextCaptureResult& capture, const std::string& contextText, UUID id) {
+  ArtifactManifest manifest;
+  manifest.id = id;
+  const bool hasTitle = !capture.source.windowTitle.empty();
+  manifest.title = hasTitle ? capture.source.windowTitle : capture.source.applicationName;
+  manifest.createdAt = capture.target.frozenAt;
+  manifest.modifiedAt = capture.target.frozenAt;
+  manifest.source = capture.source;
+  manifest.contextText = contextText;
+  manifest.contextProjectionVersion = ArtifactManifest::currentContextProjectionVersion;
+  manifest.nodeCount = capture.accessibilitySnapshot.nodeCount;
+  manifest.characterCount = capture.accessibilitySnapshot.characterCount;
+  return manifest;
+}
+
+/// Everything that a capture runs on; its queues end before what they use.
+class CaptureRun {
+ public:
+  CaptureRun(const CaptureOptions& options, CommandEnvironment& environment)
+      : options_(options),
+        environment_(environment),
+        signals_([this] { loop_.cancel(); }),
+        capturer_(environment.accessibility, environment.wallClock),
+        screenshots_(environment.windowImages, clock_, screenshotQueue_) {}
+
+  ContextArtifactDraft run() {
+    return loop_.run([this] { return makeDraft(); });
+  }
+
+ private:
+  Task<ContextArtifactDraft> makeDraft() {
+    if (options_.delay > 0) {
+      showProgress("Bring the window to the front …");
+      Task<> pause = sleepFor(clock_, options_.delay);
+      co_await std::move(pause);
+    }
+    const FrozenContextCaptureTarget target = freezeTarget();
+    environment_.windowImages->prepare(target.windowID);
+
+    showProgress("Capturing …");
+    ContextCaptureService service(operations(), clock_, workers_.executor());
+    Task<ContextCaptureResult> capturing = service.capture(target);
+    ContextCaptureResult capture = co_await std::move(capturing);
+
+    showProgress("Reading what was captured …");
+    Task<ProcessedInterfaceObservation> processing =
+        InterfaceObservationProcessor::process(clock_, workers_.executor(), capture.accessibilitySnapshot);
+    ProcessedInterfaceObservation processed = co_await std::move(processing);
+    ContextArtifactDraft draft;
+    draft.manifest = makeManifest(capture, processed.contextText, environment_.identifiers.makeUUID());
+    draft.screenshotPNG = std::move(capture.screenshot.pngData);
+    draft.accessibilitySnapshot = std::move(capture.accessibilitySnapshot);
+    draft.interfaceObservation = std::move(processed.observation);
+    co_return draft;
+  }
+
+  FrozenContextCaptureTarget freezeTarget() {
+    FocusedAccessibilityWindowHintReader hintReader(environment_.accessibility);
+    FrontmostContextCaptureTargetResolver resolver(environment_.windowList, environment_.applications, hintReader,
+                                                   environment_.wallClock,
+                                                   {.processIdentifier = ::getpid(), .bundleIdentifier = {}});
+    return options_.windowNumber ? resolver.resolveWindow(*options_.windowNumber) : resolver.resolve();
+  }
+
+  ContextCaptureOperations operations() {
+    ContextCaptureOperations operations;
+    operations.permissionProvider = [this] {
+      return ContextCapturePermissionState{
+          .screenRecordingGranted = environment_.windowImages->isAllowed(),
+          .accessibilityGranted = capturer_.isAccessGranted(AccessibilityTrustPrompt::silent)};
+    };
+    operations.screenshotOperation = [this](WindowCaptureTarget target) {
+      return screenshots_.capture(std::move(target));
+    };
+    operations.accessibilityOperation = [this](WindowCaptureTarget target) {
+      return capturer_.capture(clock_, accessibilityQueue_, std::move(target));
+    };
+    return operations;
+  }
+
+  const CaptureOptions& options_;
+  CommandEnvironment& environment_;
+  BlockingLoop loop_;
+  TerminationSignals signals_;  // before whatever has threads
+  SystemMonotonicClock clock_;
+  AccessibilityContextCapturer capturer_;
+  SerialQueue screenshotQueue_{"org.quillo.Quillo.screenshot"};
+  SerialQueue accessibilityQueue_{"org.quillo.Quillo.accessibility-capture"};
+  SerialQueue workers_{"org.quillo.Quillo.capture"};
+  FrontmostWindowScreenshotCapturer screenshots_;
+};
+
+}  // namespace
+
+CommandResult runCapture(const CaptureOptions& options, CommandEnvironment& environment, CommandLibrary& library) {
+  ContextArtifactDraft draft = CaptureRun(options, environment).run();
+  showProgress("Storing …");
+  const StoredArtifact stored = library.store().create(draft);
+  showProgress("");
+  return {options.printsText ? ArtifactPasteTextRenderer::render(stored.manifest) : stored.manifest.id.text()};
+}
+
+}  // namespace quillo

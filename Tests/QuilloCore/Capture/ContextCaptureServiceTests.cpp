@@ -1,0 +1,180 @@
+#include "QuilloCore/Capture/ContextCaptureService.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+#include "QuilloCore/Capture/ContextCaptureServiceError.h"
+#include "QuilloCore/Concurrency/BlockingLoop.h"
+#include "QuilloCore/Concurrency/OperationCancelled.h"
+#include "QuilloCore/Concurrency/SerialQueue.h"
+#include "QuilloCore/Concurrency/SystemMonotonicClock.h"
+
+namespace quillo::test {
+namespace {
+
+using Error = ContextCaptureServiceError;
+
+FrozenContextCaptureTarget frozen(std::uint32_t windowID, std::int32_t processIdentifier) {
+  FrozenContextCaptureTarget target;
+  target.windowID = windowID;
+  target.processIdentifier = processIdentifier;
+  target.applicationName = "Editor";
+  target.windowTitle = "Letter";
+  target.windowFrame = {.x = 1, .y = 2, .width = 300, .height = 200};
+  return target;
+}
+
+WindowScreenshotCapture screenshotOf(std::uint32_t windowID, std::int32_t processIdentifier) {
+  WindowScreenshotCapture capture;
+  capture.pngData = "png";
+  capture.window.windowID = windowID;
+  capture.window.processIdentifier = processIdentifier;
+  capture.window.applicationName = "Editor";
+  capture.window.title = "Letter";
+  capture.window.frame = {.x = 1, .y = 2, .width = 300, .height = 200};
+  return capture;
+}
+
+/// Never ends by itself; notes when it was cancelled.
+template <class T>
+Task<T> runForEver(MonotonicClock& clock, std::shared_ptr<bool> wasCancelled) {
+  try {
+    Task<> pause = sleepFor(clock, 3600);
+    co_await std::move(pause);
+  } catch (const OperationCancelled&) {
+    *wasCancelled = true;
+    throw;
+  }
+  throw std::logic_error("an hour has passed");
+}
+
+template <class T>
+Task<T> giveValue(T value) {
+  co_return value;
+}
+
+template <class T, class Failure>
+Task<T> failWith(Failure failure) {
+  if (true) throw failure;
+  co_return T{};
+}
+
+/// A service whose halves succeed unless a test says otherwise.
+class ServiceUnderTest {
+ public:
+  ServiceUnderTest() {
+    operations.targetProvider = [] { return frozen(11, 400); };
+    operations.permissionProvider = [this] { return permissions; };
+    operations.screenshotOperation = [](WindowCaptureTarget target) {
+      return giveValue(screenshotOf(target.windowID, target.processIdentifier));
+    };
+    operations.accessibilityOperation = [](WindowCaptureTarget target) {
+      AccessibilitySnapshot snapshot;
+      snapshot.targetProcessIdentifier = target.processIdentifier;
+      return giveValue(snapshot);
+    };
+  }
+
+  ContextCaptureResult capture(const FrozenContextCaptureTarget& target) {
+    ContextCaptureService service(operations, clock, queue.executor(), deadlines);
+    return loop.run([&] { return service.capture(target); });
+  }
+
+  std::string errorOf(const FrozenContextCaptureTarget& target = frozen(11, 400)) {
+    try {
+      capture(target);
+      return "no error";
+    } catch (const Error& error) {
+      return error.errorDescription();
+    }
+  }
+
+  SystemMonotonicClock clock;
+  BlockingLoop loop;
+  SerialQueue queue{"halves"};
+  ContextCapturePermissionState permissions{.screenRecordingGranted = true, .accessibilityGranted = true};
+  ContextCaptureOperations operations;
+  ContextCaptureOperationDeadlines deadlines;
+  std::shared_ptr<bool> wasCancelled = std::make_shared<bool>(false);
+};
+
+TEST(ContextCaptureService, joinsBothHalvesOfTheFrozenWindow) {
+  ServiceUnderTest service;
+  const ContextCaptureResult result = service.capture(frozen(11, 400));
+  EXPECT_EQ(result.target, frozen(11, 400));
+  EXPECT_EQ(result.source, (ArtifactSource{"Editor", std::nullopt, "Letter",
+                                           ArtifactRect{.x = 1, .y = 2, .width = 300, .height = 200}}));
+  EXPECT_EQ(result.screenshot, screenshotOf(11, 400));
+  EXPECT_EQ(result.accessibilitySnapshot.targetProcessIdentifier, 400);
+  EXPECT_TRUE(result.accessibilitySnapshot.warnings.empty());
+}
+
+TEST(ContextCaptureService, refusesBeforeAnythingIsRead) {
+  ServiceUnderTest service;
+  service.operations.screenshotOperation = [](WindowCaptureTarget /*target*/) {
+    return failWith<WindowScreenshotCapture>(std::logic_error("read"));
+  };
+  EXPECT_EQ(service.errorOf(frozen(11, 0)), "The frozen capture target has an invalid process identifier (0).");
+  EXPECT_EQ(service.errorOf(frozen(0, 400)), "The frozen capture target has an invalid window identifier (0).");
+  service.permissions.screenRecordingGranted = false;
+  EXPECT_EQ(service.errorOf(), "Quillo needs Screen Recording permission before capturing.");
+  service.permissions.accessibilityGranted = false;
+  EXPECT_EQ(service.errorOf(), "Quillo needs Screen Recording and Accessibility permission before capturing.");
+}
+
+TEST(ContextCaptureService, theFirstFailureEndsTheOtherHalf) {
+  ServiceUnderTest service;
+  service.operations.accessibilityOperation = [&](WindowCaptureTarget /*target*/) {
+    return runForEver<AccessibilitySnapshot>(service.clock, service.wasCancelled);
+  };
+  service.operations.screenshotOperation = [](WindowCaptureTarget /*target*/) {
+    return giveValue(screenshotOf(12, 400));
+  };
+  EXPECT_EQ(service.errorOf(), "Window capture returned window 12 from PID 400, not frozen window 11 from PID 400.");
+  service.operations.screenshotOperation = [](WindowCaptureTarget /*target*/) {
+    return failWith<WindowScreenshotCapture>(
+        WindowScreenshotCaptureError(WindowScreenshotCaptureError::ScreenshotReturnedNoImage{11}));
+  };
+  EXPECT_EQ(service.errorOf(), "ScreenCaptureKit returned no image for window 11.");
+  service.operations.screenshotOperation = [](WindowCaptureTarget /*target*/) {
+    return failWith<WindowScreenshotCapture>(std::runtime_error("out of paper"));
+  };
+  EXPECT_EQ(service.errorOf(), "Window capture failed: out of paper");
+  // What was cancelled runs to its end on the queue before this job.
+  Task<> (*nothing)() = [] -> Task<> { co_return; };
+  service.loop.run([&] { return nothing(); });
+  EXPECT_TRUE(*service.wasCancelled);
+}
+
+TEST(ContextCaptureService, aHalfThatTakesTooLongFailsTheWhole) {
+  ServiceUnderTest service;
+  service.deadlines = {14, 0.1};
+  service.operations.accessibilityOperation = [&](WindowCaptureTarget /*target*/) {
+    return runForEver<AccessibilitySnapshot>(service.clock, service.wasCancelled);
+  };
+  EXPECT_EQ(service.errorOf(), "Accessibility capture exceeded its 0.1-second safety deadline.");
+  EXPECT_EQ(ContextCaptureOperationDeadlines(0, 500).screenshot, 0.1);
+  EXPECT_EQ(ContextCaptureOperationDeadlines(0, 500).accessibility, 120);
+  const double infinity = std::numeric_limits<double>::infinity();
+  EXPECT_EQ(ContextCaptureOperationDeadlines(infinity, std::numeric_limits<double>::quiet_NaN()),
+            ContextCaptureOperationDeadlines());
+}
+
+TEST(ContextCaptureService, saysWhenTheWindowChangedMeanwhile) {
+  ServiceUnderTest service;
+  service.operations.screenshotOperation = [](WindowCaptureTarget /*target*/) {
+    WindowScreenshotCapture capture = screenshotOf(11, 400);
+    capture.window.title = "Another letter";
+    capture.window.frame.width += 10;
+    return giveValue(capture);
+  };
+  EXPECT_EQ(service.capture(frozen(11, 400)).accessibilitySnapshot.warnings.size(), 2U);
+}
+
+}  // namespace
+}  // namespace quillo::test
