@@ -45,6 +45,12 @@ std::vector<Finding> examineWindows(CommandEnvironment& environment) {
   }
 }
 
+Finding examineScreenshots(CommandEnvironment& environment) {
+  if (environment.windowImages->isAllowed()) return {"Screenshot access", "the display hands out single windows", ""};
+  return {"Screenshot access", "the display hands out no window's pixels",
+          "Use a display server that offers the Composite extension."};
+}
+
 Finding examineAccessibility() {
   const AtspiAvailability availability = readAtspiStatus().availability;
   if (availability == AtspiAvailability::available) return {"Accessibility bus", "answers and is switched on", ""};
@@ -75,6 +81,7 @@ std::vector<Finding> examineApplications(CommandEnvironment& environment) {
 
 CommandResult runDoctor(CommandEnvironment& environment) {
   std::vector<Finding> findings = examineWindows(environment);
+  findings.push_back(examineScreenshots(environment));
   findings.push_back(examineAccessibility());
   if (findings.back().isGood()) {
     for (Finding& finding : examineApplications(environment)) findings.push_back(std::move(finding));
