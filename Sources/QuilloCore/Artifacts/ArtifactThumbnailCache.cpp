@@ -147,7 +147,7 @@ ArtifactThumbnailCache::ArtifactThumbnailCache(ThumbnailDecoding& decoder, Worke
                                                FingerprintReader readFingerprint)
     : core_(std::make_shared<Core>(decoder, pool, std::move(readFingerprint))) {}
 
-Task<std::optional<ArtifactThumbnail>> ArtifactThumbnailCache::thumbnail(fs::path path,
+Task<std::optional<ArtifactThumbnail>> ArtifactThumbnailCache::thumbnail(const fs::path& path,
                                                                          std::int64_t maximumPixelDimension) {
   auto waiter = std::make_shared<PendingResult<Thumbnail>>();
   core_->request(path, maximumPixelDimension, waiter);

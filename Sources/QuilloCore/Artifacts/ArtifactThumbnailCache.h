@@ -59,7 +59,8 @@ class ArtifactThumbnailCache {
                          FingerprintReader readFingerprint = readFileFingerprint);
 
   /// Nothing when there is no picture. A caller that is cancelled is released; the decode goes on for the others.
-  Task<std::optional<ArtifactThumbnail>> thumbnail(std::filesystem::path path, std::int64_t maximumPixelDimension);
+  Task<std::optional<ArtifactThumbnail>> thumbnail(const std::filesystem::path& path,
+                                                   std::int64_t maximumPixelDimension);
 
   /// Forgets every thumbnail of the file.
   void removeEntries(const std::filesystem::path& path);
