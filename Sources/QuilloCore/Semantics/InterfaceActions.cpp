@@ -43,6 +43,7 @@ std::vector<InterfaceAction> listedActions(std::span<const std::string> accessib
     if (auto name = normalizedActionName(accessibilityName)) names.insert(std::move(*name));
   }
   std::vector<InterfaceAction> actions;
+  actions.reserve(names.size());
   for (const std::string& name : names) actions.push_back({name, InterfaceActionSource::accessibility});
   return actions;
 }

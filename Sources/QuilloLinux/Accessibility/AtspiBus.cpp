@@ -126,8 +126,8 @@ void AtspiBus::land(Flight& flight, const AtspiReply& reply) {
 }
 
 void AtspiBus::failAll() {
-  for (std::size_t i = 0; i < flights_.size(); ++i) {
-    if (flights_[i]->onReply) land(*flights_[i], AtspiReply(AccessibilityErrorCode::invalidUIElement));
+  for (const auto& flight : flights_) {
+    if (flight->onReply) land(*flight, AtspiReply(AccessibilityErrorCode::invalidUIElement));
   }
 }
 
