@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
+#include "QuilloLinux/X11/X11Connection.h"
 #include "RunningProgram.h"
 
 namespace quillo::test {
@@ -24,7 +25,7 @@ xcb_visualid_t visualOfDepth(xcb_screen_t* screen, std::uint8_t depth) {
 
 }  // namespace
 
-TestWindow::TestWindow(const TestWindowOptions& options) : connection_(xcb_connect(nullptr, nullptr)) {
+TestWindow::TestWindow(const TestWindowOptions& options) : connection_(connectToDisplay()) {
   if (xcb_connection_has_error(connection_) != 0) throw std::runtime_error("no display");
   xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
   root_ = screen->root;

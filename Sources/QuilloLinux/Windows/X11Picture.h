@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "QuilloCore/Capture/BitmapImage.h"
-#include "QuilloLinux/Windows/X11Connection.h"
+#include "QuilloLinux/X11/X11Connection.h"
 
 namespace quillo {
 

@@ -9,7 +9,7 @@
 
 #include "QuilloCore/Support/Utf8.h"
 #include "QuilloCore/Support/WhiteSpace.h"
-#include "QuilloLinux/Windows/X11Connection.h"
+#include "QuilloLinux/X11/X11Connection.h"
 
 namespace quillo {
 namespace {

@@ -3,7 +3,7 @@
 #include <map>
 #include <utility>
 
-#include "QuilloLinux/Windows/X11Connection.h"
+#include "QuilloLinux/X11/X11Connection.h"
 #include "QuilloLinux/Windows/X11WindowList.h"
 #include "QuilloLinux/Windows/X11WindowPixels.h"
 

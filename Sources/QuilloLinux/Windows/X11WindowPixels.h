@@ -5,7 +5,7 @@
 
 #include "QuilloCore/Capture/BitmapImage.h"
 #include "QuilloLinux/Windows/UndrawnArea.h"
-#include "QuilloLinux/Windows/X11Connection.h"
+#include "QuilloLinux/X11/X11Connection.h"
 
 namespace quillo {
 

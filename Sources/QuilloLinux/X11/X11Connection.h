@@ -20,7 +20,14 @@ struct X11Free {
 template <class T>
 using X11Reply = std::unique_ptr<T, X11Free>;
 
-/// The atoms that the window list speaks in, interned in one round trip.
+/// Connects to the display ($DISPLAY) as xcb_connect does, from any thread: the library that reads the display's
+/// authority keeps the file's name in memory that two threads may not share.
+xcb_connection_t* connectToDisplay(int* screenNumber = nullptr);
+
+/// The numbers of atoms, interned in one round trip, in the order of their names; 0 for one that could not be had.
+std::vector<std::uint32_t> internAtoms(xcb_connection_t* connection, std::span<const std::string_view> names);
+
+/// The atoms that the window list speaks in.
 enum class X11Atom : std::uint8_t {
   netActiveWindow,
   netClientListStacking,
@@ -68,7 +75,7 @@ class X11Connection {
   xcb_connection_t* connection_;
   std::uint32_t root_;
   std::vector<std::uint32_t> atoms_;
-  bool knowsProcesses_ = false;
+  bool knowsProcesses_;
 };
 
 /// A property that was asked for; asking first and reading later lets many requests share one round trip.

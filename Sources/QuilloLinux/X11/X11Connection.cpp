@@ -1,10 +1,11 @@
-#include "QuilloLinux/Windows/X11Connection.h"
+#include "QuilloLinux/X11/X11Connection.h"
 
 #include <xcb/res.h>
 #include <xcb/xcb.h>
 
 #include <array>
 #include <cstring>
+#include <mutex>
 #include <utility>
 
 namespace quillo {
@@ -48,9 +49,30 @@ bool asksProcesses(xcb_connection_t* connection) {
 
 }  // namespace
 
+xcb_connection_t* connectToDisplay(int* screenNumber) {
+  static std::mutex authorityFileName;
+  const std::scoped_lock lock(authorityFileName);
+  return xcb_connect(nullptr, screenNumber);
+}
+
+std::vector<std::uint32_t> internAtoms(xcb_connection_t* connection, std::span<const std::string_view> names) {
+  std::vector<xcb_intern_atom_cookie_t> cookies;
+  cookies.reserve(names.size());
+  for (const std::string_view name : names) {
+    cookies.push_back(xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data()));
+  }
+  std::vector<std::uint32_t> atoms;
+  atoms.reserve(names.size());
+  for (const auto cookie : cookies) {
+    const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, cookie, nullptr));
+    atoms.push_back(reply ? reply->atom : XCB_ATOM_NONE);
+  }
+  return atoms;
+}
+
 std::unique_ptr<X11Connection> X11Connection::open() {
   int screenNumber = 0;
-  xcb_connection_t* connection = xcb_connect(nullptr, &screenNumber);
+  xcb_connection_t* connection = connectToDisplay(&screenNumber);
   if (xcb_connection_has_error(connection) != 0) {
     xcb_disconnect(connection);
     return nullptr;
@@ -60,18 +82,11 @@ std::unique_ptr<X11Connection> X11Connection::open() {
   return std::unique_ptr<X11Connection>(new X11Connection(connection, screens.data->root));
 }
 
-X11Connection::X11Connection(xcb_connection_t* connection, std::uint32_t root) : connection_(connection), root_(root) {
-  std::vector<xcb_intern_atom_cookie_t> cookies;
-  cookies.reserve(atomNames.size());
-  for (const std::string_view name : atomNames) {
-    cookies.push_back(xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data()));
-  }
-  for (const auto cookie : cookies) {
-    const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection_, cookie, nullptr));
-    atoms_.push_back(reply ? reply->atom : XCB_ATOM_NONE);
-  }
-  knowsProcesses_ = asksProcesses(connection_);
-}
+X11Connection::X11Connection(xcb_connection_t* connection, std::uint32_t root)
+    : connection_(connection),
+      root_(root),
+      atoms_(internAtoms(connection, atomNames)),
+      knowsProcesses_(asksProcesses(connection)) {}
 
 X11Connection::~X11Connection() {
   xcb_disconnect(connection_);
@@ -112,7 +127,7 @@ std::vector<std::uint8_t> X11PropertyRequest::take(std::uint8_t format) {
 std::vector<std::uint32_t> X11PropertyRequest::words() {
   const std::vector<std::uint8_t> data = take(32);
   std::vector<std::uint32_t> words(data.size() / sizeof(std::uint32_t));
-  std::memcpy(words.data(), data.data(), words.size() * sizeof(std::uint32_t));
+  if (!words.empty()) std::memcpy(words.data(), data.data(), words.size() * sizeof(std::uint32_t));
   return words;
 }
 
