@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace quillo {
+
+/// One form of an item's content.
+struct PasteboardRepresentation {
+  std::string type;
+  std::string data;
+
+  friend bool operator==(const PasteboardRepresentation&, const PasteboardRepresentation&) = default;
+};
+
+/// What was on the clipboard, as far as its owner gave it out.
+struct PasteboardSnapshot {
+  struct Item {
+    std::vector<std::string> advertisedTypes;               ///< in the item's order
+    std::vector<PasteboardRepresentation> representations;  ///< in the order of the types; those that came
+
+    /// The advertised types without a representation, in that order, each once.
+    std::vector<std::string> uncapturedTypes() const;
+
+    friend bool operator==(const Item&, const Item&) = default;
+  };
+
+  std::vector<Item> items;
+
+  /// Types that the clipboard advertised although it gave out no item.
+  std::vector<std::string> unrepresentedTopLevelTypes;
+
+  /// Only a complete snapshot can be put back without loss.
+  bool isComplete() const;
+
+  friend bool operator==(const PasteboardSnapshot&, const PasteboardSnapshot&) = default;
+};
+
+}  // namespace quillo
