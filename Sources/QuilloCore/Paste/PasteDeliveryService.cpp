@@ -44,7 +44,7 @@ TaskHandle PasteDeliveryService::deliver(ClipboardPayload payload, const FrozenP
                                          AccessibilityTrustPrompt prompt,
                                          std::move_only_function<void(PasteDeliveryResult)> completion) {
   auto body = [this, payload = std::move(payload), target, prompt, completion = std::move(completion)]() mutable {
-    return reportTo(std::move(completion), deliver(std::move(payload), std::move(target), prompt));
+    return reportTo(std::move(completion), deliver(std::move(payload), target, prompt));
   };
   return startTask(executor_, std::move(body));
 }
