@@ -105,6 +105,18 @@ JsonCursor JsonCursor::require(std::string_view key) const {
   throw JsonError(JsonError::MissingMember{path(), std::string(key)});
 }
 
+std::vector<std::string_view> JsonCursor::keys() const {
+  simdjson::dom::object object;
+  if (elementOf(handle_).get_object().get(object) != simdjson::SUCCESS) failWrongType("an object");
+  std::vector<std::string_view> keys;
+  for (const auto member : object) keys.push_back(member.key);
+  return keys;
+}
+
+std::string JsonCursor::text() const {
+  return simdjson::minify(elementOf(handle_));
+}
+
 JsonCursor::ElementIteration JsonCursor::beginElements() const {
   simdjson::dom::array array;
   if (elementOf(handle_).get_array().get(array) != simdjson::SUCCESS) failWrongType("an array");

@@ -35,6 +35,13 @@ class JsonCursor {
   /// As `find`, but an absent member throws JsonError::MissingMember.
   JsonCursor require(std::string_view key) const;
 
+  /// The keys of an object in their order, a repeated one as often as it stands there. Throws WrongType when this is no
+  /// object.
+  std::vector<std::string_view> keys() const;
+
+  /// This value as compact JSON text, for values that are passed on and not understood.
+  std::string text() const;
+
   /// Calls `visit(cursor)` for every element of an array, in order. Throws WrongType when this is no array.
   template <class Visitor>
   void forEachElement(Visitor&& visit) const {

@@ -55,6 +55,11 @@ void JsonWriter::boolean(bool value) {
   text_ += value ? "true" : "false";
 }
 
+void JsonWriter::verbatim(std::string_view json) {
+  separate();
+  text_ += json;
+}
+
 void JsonWriter::integer(std::int64_t value) {
   separate();
   std::array<char, 24> digits{};

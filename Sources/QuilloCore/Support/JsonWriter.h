@@ -36,6 +36,8 @@ class JsonWriter {
   void integer(std::int64_t value);
   /// Shortest text that reads back as the same double. Throws JsonError::NotFinite for infinities and NaN.
   void number(double value);
+  /// A value that is JSON text already; it is neither checked nor spaced anew.
+  void verbatim(std::string_view json);
 
   std::string takeText() { return std::move(text_); }
 

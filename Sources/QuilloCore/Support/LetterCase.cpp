@@ -29,6 +29,20 @@ const UCaseMap* rootCaseMap() {
   return map.get();
 }
 
+template <class CaseMapping>
+std::string mapped(std::string_view text, CaseMapping mapping) {
+  std::string result(text.size() + 16, '\0');
+  for (;;) {
+    UErrorCode status = U_ZERO_ERROR;
+    const std::int32_t size = mapping(rootCaseMap(), result.data(), static_cast<std::int32_t>(result.size()),
+                                      text.data(), static_cast<std::int32_t>(text.size()), &status);
+    const bool isTooSmall = status == U_BUFFER_OVERFLOW_ERROR;
+    if (U_FAILURE(status) && !isTooSmall) throw std::runtime_error(u_errorName(status));
+    result.resize(static_cast<std::size_t>(size));
+    if (!isTooSmall) return result;
+  }
+}
+
 int8_t category(char32_t codePoint) {
   return u_charType(static_cast<UChar32>(codePoint));
 }
@@ -43,17 +57,11 @@ std::string lowercased(std::string_view text) {
     }
     return result;
   }
-  std::string result(text.size() + 16, '\0');
-  for (;;) {
-    UErrorCode status = U_ZERO_ERROR;
-    const std::int32_t size =
-        ucasemap_utf8ToLower(rootCaseMap(), result.data(), static_cast<std::int32_t>(result.size()), text.data(),
-                             static_cast<std::int32_t>(text.size()), &status);
-    const bool isTooSmall = status == U_BUFFER_OVERFLOW_ERROR;
-    if (U_FAILURE(status) && !isTooSmall) throw std::runtime_error(u_errorName(status));
-    result.resize(static_cast<std::size_t>(size));
-    if (!isTooSmall) return result;
-  }
+  return mapped(text, ucasemap_utf8ToLower);
+}
+
+std::string uppercased(std::string_view text) {
+  return mapped(text, ucasemap_utf8ToUpper);
 }
 
 bool isUppercaseLetter(char32_t codePoint) {

@@ -5,8 +5,9 @@
 
 namespace quillo {
 
-/// Unicode's full lower-casing without regard to language.
+/// Unicode's full lower-casing and upper-casing without regard to language.
 std::string lowercased(std::string_view text);
+std::string uppercased(std::string_view text);
 
 /// Upper case or title case letter (general category Lu or Lt), lower case letter (Ll), letter, digit or mark.
 bool isUppercaseLetter(char32_t codePoint);
