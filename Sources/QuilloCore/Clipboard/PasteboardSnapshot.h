@@ -9,6 +9,9 @@ namespace quillo {
 struct PasteboardRepresentation {
   std::string type;
   std::string data;
+  /// How the platform packs the data, in its own words, so that what was read can be given back just so. Empty for data
+  /// of ours, which is plain bytes.
+  std::string packing{};
 
   friend bool operator==(const PasteboardRepresentation&, const PasteboardRepresentation&) = default;
 };
@@ -16,7 +19,7 @@ struct PasteboardRepresentation {
 /// What was on the clipboard, as far as its owner gave it out.
 struct PasteboardSnapshot {
   struct Item {
-    std::vector<std::string> advertisedTypes;               ///< in the item's order
+    std::vector<std::string> advertisedTypes;               ///< in the item's order; not those that the owner refused
     std::vector<PasteboardRepresentation> representations;  ///< in the order of the types; those that came
 
     /// The advertised types without a representation, in that order, each once.

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quillo {
+
+namespace TIFFImageConversion {
+
+/// The picture of a PNG file as an uncompressed TIFF file of 8 bits a channel, RGB or RGB with alpha. Nothing for a
+/// file that cannot be read to its end, or whose picture is larger than any screen. Takes some tens of milliseconds for
+/// a screen.
+std::optional<std::string> fromPNG(std::string_view png);
+
+}  // namespace TIFFImageConversion
+}  // namespace quillo
