@@ -8,6 +8,7 @@
 
 #include "Commands.h"
 #include "QuilloCore/Artifacts/ArtifactPasteTextRenderer.h"
+#include "QuilloCore/Artifacts/ContextArtifactDraftMaker.h"
 #include "QuilloCore/Capture/AccessibilityContextCapturer.h"
 #include "QuilloCore/Capture/ContextCaptureService.h"
 #include "QuilloCore/Capture/FocusedAccessibilityWindowHintReader.h"
@@ -17,7 +18,6 @@
 #include "QuilloCore/Concurrency/SerialQueue.h"
 #include "QuilloCore/Concurrency/SystemMonotonicClock.h"
 #include "QuilloCore/Concurrency/TerminationSignals.h"
-#include "QuilloCore/Semantics/InterfaceObservationProcessor.h"
 
 namespace quillo {
 namespace {
@@ -27,21 +27,6 @@ void showProgress(std::string_view step) {
   if (::isatty(STDERR_FILENO) == 0) return;
   std::fprintf(stderr, "\r\033[K%.*s", static_cast<int>(step.size()), step.data());
   std::fflush(stderr);
-}
-
-ArtifactManifest makeManifest(const ContextCaptureResult& capture, const std::string& contextText, UUID id) {
-  ArtifactManifest manifest;
-  manifest.id = id;
-  const bool hasTitle = !capture.source.windowTitle.empty();
-  manifest.title = hasTitle ? capture.source.windowTitle : capture.source.applicationName;
-  manifest.createdAt = capture.target.frozenAt;
-  manifest.modifiedAt = capture.target.frozenAt;
-  manifest.source = capture.source;
-  manifest.contextText = contextText;
-  manifest.contextProjectionVersion = ArtifactManifest::currentContextProjectionVersion;
-  manifest.nodeCount = capture.accessibilitySnapshot.nodeCount;
-  manifest.characterCount = capture.accessibilitySnapshot.characterCount;
-  return manifest;
 }
 
 /// Everything that a capture runs on; its queues end before what they use.
@@ -74,15 +59,9 @@ class CaptureRun {
     ContextCaptureResult capture = co_await std::move(capturing);
 
     showProgress("Reading what was captured …");
-    Task<ProcessedInterfaceObservation> processing =
-        InterfaceObservationProcessor::process(clock_, workers_.executor(), capture.accessibilitySnapshot);
-    ProcessedInterfaceObservation processed = co_await std::move(processing);
-    ContextArtifactDraft draft;
-    draft.manifest = makeManifest(capture, processed.contextText, environment_.identifiers.makeUUID());
-    draft.screenshotPNG = std::move(capture.screenshot.pngData);
-    draft.accessibilitySnapshot = std::move(capture.accessibilitySnapshot);
-    draft.interfaceObservation = std::move(processed.observation);
-    co_return draft;
+    Task<ContextArtifactDraft> making = ContextArtifactDraftMaker::make(clock_, workers_.executor(), std::move(capture),
+                                                                        environment_.identifiers.makeUUID());
+    co_return co_await std::move(making);
   }
 
   FrozenContextCaptureTarget freezeTarget() {
