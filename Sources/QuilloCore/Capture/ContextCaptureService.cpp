@@ -29,7 +29,8 @@ struct Halves {
 /// Where the two halves of one capture meet. The first failure, or the second success, resolves it.
 class CaptureGroup {
  public:
-  explicit CaptureGroup(WindowCaptureTarget target) : target_(std::move(target)) {}
+  CaptureGroup(WindowCaptureTarget target, ScreenshotObserver onScreenshot)
+      : target_(std::move(target)), onScreenshot_(std::move(onScreenshot)) {}
 
   void add(WindowScreenshotCapture screenshot) {
     const CapturedWindowMetadata& window = screenshot.window;
@@ -38,6 +39,7 @@ class CaptureGroup {
           target_.windowID, window.windowID, target_.processIdentifier, window.processIdentifier})));
       return;
     }
+    if (onScreenshot_) onScreenshot_(screenshot);
     add([&] { halves_.screenshot = std::move(screenshot); });
   }
 
@@ -63,6 +65,7 @@ class CaptureGroup {
   }
 
   WindowCaptureTarget target_;
+  ScreenshotObserver onScreenshot_;
   std::mutex lock_;
   Halves halves_;
   std::shared_ptr<PendingResult<Halves>> result_ = std::make_shared<PendingResult<Halves>>();
@@ -144,13 +147,14 @@ Task<ContextCaptureResult> ContextCaptureService::captureFrontmostApplication() 
   co_return co_await std::move(capturing);
 }
 
-Task<ContextCaptureResult> ContextCaptureService::capture(FrozenContextCaptureTarget target) {
+Task<ContextCaptureResult> ContextCaptureService::capture(FrozenContextCaptureTarget target,
+                                                          ScreenshotObserver onScreenshot) {
   if (target.processIdentifier < 1) throw Error(Error::InvalidFrozenTarget{target.processIdentifier});
   if (target.windowID == 0) throw Error(Error::InvalidFrozenWindow{target.windowID});
   const ContextCapturePermissionState permissions = operations_.permissionProvider();
   if (!permissions.isReady()) throw Error(Error::PermissionsRequired{permissions});
 
-  auto group = std::make_shared<CaptureGroup>(makeWindowCaptureTarget(target));
+  auto group = std::make_shared<CaptureGroup>(makeWindowCaptureTarget(target), std::move(onScreenshot));
   const TaskHandle screenshot =
       startTask(executor_, [group, &clock = clock_, executor = executor_, seconds = deadlines_.screenshot,
                             operation = operations_.screenshotOperation] {

@@ -33,6 +33,8 @@ struct ContextCaptureOperations {
   std::function<Task<AccessibilitySnapshot>(WindowCaptureTarget)> accessibilityOperation;
 };
 
+using ScreenshotObserver = std::function<void(const WindowScreenshotCapture&)>;
+
 /// Takes a frozen window's pixels and its accessibility tree side by side, each under its deadline. Both or an error:
 /// the first failure ends the other half.
 class ContextCaptureService {
@@ -45,8 +47,9 @@ class ContextCaptureService {
   /// Freezes the window to capture and captures it. Throws as `capture` and as the target provider does.
   Task<ContextCaptureResult> captureFrontmostApplication();
 
-  /// Throws ContextCaptureServiceError or OperationCancelled.
-  Task<ContextCaptureResult> capture(FrozenContextCaptureTarget target);
+  /// Throws ContextCaptureServiceError or OperationCancelled. `onScreenshot` is called on the service's executor as
+  /// soon as the pixels are there, while the tree may still be read; what it tells must not throw.
+  Task<ContextCaptureResult> capture(FrozenContextCaptureTarget target, ScreenshotObserver onScreenshot = {});
 
  private:
   ContextCaptureOperations operations_;
