@@ -1,0 +1,164 @@
+#include "QuilloApp/Model/CaptureFlow.h"
+
+#include <utility>
+
+#include "QuilloApp/Model/CaptureSummary.h"
+#include "QuilloApp/Model/FailureText.h"
+#include "QuilloCore/Artifacts/ArtifactRepository.h"
+#include "QuilloCore/Artifacts/ContextArtifactDraftMaker.h"
+#include "QuilloCore/Capture/ContextCaptureService.h"
+#include "QuilloCore/Capture/ContextCaptureServiceError.h"
+#include "QuilloCore/Concurrency/SpawnedTask.h"
+
+namespace quillo {
+namespace {
+
+using State = QuilloModelState;
+
+constexpr const char* openMenuFromWindow =
+    "Open the Quillo menu from the window you want to capture, then choose Capture";
+
+bool isAboutPermissions(const ContextCaptureServiceError& error) {
+  if (std::holds_alternative<ContextCaptureServiceError::PermissionsRequired>(error.value())) return true;
+  const auto* screenshot = std::get_if<ContextCaptureServiceError::Screenshot>(&error.value());
+  return screenshot != nullptr &&
+         std::holds_alternative<WindowScreenshotCaptureError::ScreenRecordingPermissionRequired>(
+             screenshot->error.value());
+}
+
+}  // namespace
+
+CaptureFlow::CaptureFlow(ModelContext& context, LibraryFlow& library) : context_(context), library_(library) {}
+
+void CaptureFlow::captureFrontmostWindow() {
+  if (!canCaptureFrontmostWindowFromMenu()) return;
+  start(freezeCaptureTarget(), false);
+}
+
+void CaptureFlow::prepareCaptureTargetForMenu() {
+  menuCaptureResolution_.reset();
+  if (canCaptureFrontmostWindowFromMenu()) menuCaptureResolution_ = freezeCaptureTarget();
+}
+
+void CaptureFlow::captureFrontmostWindowFromMenu() {
+  if (!canCaptureFrontmostWindowFromMenu()) return;
+  const std::optional<Resolution> resolution = std::exchange(menuCaptureResolution_, std::nullopt);
+  if (!resolution) {
+    show({openMenuFromWindow, {}, {}}, openMenuFromWindow);
+    return;
+  }
+  start(*resolution, true);
+}
+
+CaptureFlow::Resolution CaptureFlow::freezeCaptureTarget() {
+  return context_.tasks.spawn([this] { return context_.services.captureTargets.freezeCaptureTarget(); });
+}
+
+void CaptureFlow::start(const Resolution& resolution, bool isFromMenu) {
+  captureIsInProgress_ = true;
+  context_.activity.begin(Activity::Kind::capturing);
+  context_.flights.start([this, resolution, isFromMenu] { return run(resolution, isFromMenu); });
+}
+
+Task<> CaptureFlow::run(Resolution resolution, bool isFromMenu) {
+  Task<Outcome<void>> capturing = outcomeOf(capture(std::move(resolution), isFromMenu));
+  const Outcome<void> outcome = co_await std::move(capturing);
+  // The slot is free again before the outcome is told, so that whoever sees it may ask for the next capture.
+  captureIsInProgress_ = false;
+  if (!outcome) reportCaptureFailure(outcome.error());
+  activeCaptureTarget_.reset();
+}
+
+Task<> CaptureFlow::capture(Resolution resolution, bool isFromMenu) {
+  Task<Outcome<Target>> freezing = outcomeOf(resolution.value());
+  Outcome<Target> frozen = co_await std::move(freezing);
+  if (!frozen) {
+    rethrowCancellation(frozen.error());
+    if (!isFromMenu) std::rethrow_exception(frozen.error());
+    show({openMenuFromWindow, {}, {}}, openMenuFromWindow);
+    co_return;
+  }
+  activeCaptureTarget_ = *frozen;
+  auto notice = std::make_shared<CaptureNotice>();
+  notice->title = frozen->windowTitle.value_or("").empty() ? frozen->applicationName : *frozen->windowTitle;
+  notice->applicationName = frozen->applicationName;
+  notice->windowFrame = frozen->windowFrame;
+
+  Task<ContextArtifactDraft> making = makeDraft(std::move(*frozen), notice);
+  ContextArtifactDraft draft = co_await std::move(making);
+  CaptureNotice done = *notice;
+  notice.reset();
+  done.title = draft.manifest.title;
+  done.detail = captureSummary(draft.accessibilitySnapshot);
+  done.screenshotPNG = std::make_shared<const std::string>(draft.screenshotPNG);
+  Task<StoredArtifact> creating = context_.services.repository.create(std::move(draft));
+  const StoredArtifact stored = co_await std::move(creating);
+  Task<> reloading = library_.reload();
+  co_await std::move(reloading);
+  library_.select(stored.manifest.id);
+
+  captureIsInProgress_ = false;
+  context_.services.captureHUD.showSuccess(done);
+  context_.activity.show(Activity::success("Capture saved to the library"),
+                         [panel = &context_.services.captureHUD] { panel->hide(); });
+}
+
+/// Runs off the main thread, where copying and rendering a large tree would hold everything up.
+Task<ContextArtifactDraft> CaptureFlow::makeDraft(Target target, std::shared_ptr<CaptureNotice> notice) {
+  const QuilloModelServices& services = context_.services;
+  Task<ContextCaptureResult> capturing =
+      services.captureService.capture(std::move(target), showProgressWhenPixelsAreThere(std::move(notice)));
+  ContextCaptureResult result = co_await std::move(capturing);
+
+  auto make = [&clock = services.clock, executor = services.workerExecutor, result = std::move(result),
+               id = services.identifiers.makeUUID()]() mutable {
+    return ContextArtifactDraftMaker::make(clock, executor, std::move(result), id);
+  };
+  const auto making = spawnTask(services.workerExecutor, std::move(make));
+  Task<Outcome<ContextArtifactDraft>> waiting = outcomeOf(making.value());
+  Outcome<ContextArtifactDraft> made = co_await std::move(waiting);
+  if (made) co_return std::move(*made);
+  making.cancel();
+  std::rethrow_exception(made.error());
+}
+
+ScreenshotObserver CaptureFlow::showProgressWhenPixelsAreThere(std::shared_ptr<CaptureNotice> notice) {
+  // The notice lives as long as there is progress to show.
+  return [panel = &context_.services.captureHUD, notice = std::weak_ptr(notice),
+          main = context_.services.mainExecutor.queue()](const WindowScreenshotCapture& screenshot) {
+    auto png = std::make_shared<const std::string>(screenshot.pngData);
+    main->post([panel, notice, png] {
+      const auto running = notice.lock();
+      if (!running) return;
+      running->screenshotPNG = png;
+      panel->showProgress(*running);
+    });
+  };
+}
+
+void CaptureFlow::reportCaptureFailure(const std::exception_ptr& error) {
+  CaptureFailureNotice notice;
+  if (activeCaptureTarget_) notice.windowFrame = activeCaptureTarget_->windowFrame;
+  notice.message = failureText(error);
+  std::string message = notice.message;
+  try {
+    std::rethrow_exception(error);
+  } catch (const ContextCaptureServiceError& failure) {
+    notice.remedy = failure.recoverySuggestion();
+    if (isAboutPermissions(failure) && notice.remedy) message += " " + *notice.remedy;
+    if (const auto* required = std::get_if<ContextCaptureServiceError::PermissionsRequired>(&failure.value())) {
+      context_.state.set<&State::capturePermissionState>(required->state);
+    }
+  } catch (const std::exception&) {
+    // Has no remedy.
+  }
+  show(notice, std::move(message));
+}
+
+void CaptureFlow::show(const CaptureFailureNotice& notice, std::string message) {
+  context_.services.captureHUD.showFailure(notice);
+  context_.activity.show(Activity::failure(std::move(message)),
+                         [panel = &context_.services.captureHUD] { panel->hide(); });
+}
+
+}  // namespace quillo

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <filesystem>
+
+#include "QuilloCore/Capture/ContextCapturePermission.h"
+#include "QuilloCore/Capture/FrozenContextCaptureTarget.h"
+#include "QuilloCore/Clipboard/ClipboardPayload.h"
+#include "QuilloCore/Concurrency/MonotonicClock.h"
+#include "QuilloCore/Concurrency/Task.h"
+#include "QuilloCore/Concurrency/TaskExecutor.h"
+#include "QuilloCore/Support/Clocks.h"
+#include "QuilloCore/Support/UUID.h"
+
+namespace quillo {
+
+class ArtifactRepository;
+class CaptureHeadsUpPanel;
+class ContextCaptureService;
+class GlobalHotKeyController;
+class PasteDeliveryService;
+class UserDefaults;
+
+/// Freezes the window that the user is looking at. Asked as soon as the user asks for a capture; the answer may take
+/// its time, but what is frozen is what was in front when the question came.
+class CaptureTargetFreezing {
+ public:
+  virtual ~CaptureTargetFreezing() = default;
+
+  /// Throws ContextCaptureServiceError (noFrontmostNonQuilloApplication), among others.
+  virtual Task<FrozenContextCaptureTarget> freezeCaptureTarget() = 0;
+};
+
+/// What the desktop lets us read.
+class CapturePermissions {
+ public:
+  virtual ~CapturePermissions() = default;
+
+  /// Asks the user nothing. Does not throw.
+  virtual Task<ContextCapturePermissionState> state() = 0;
+
+  /// Has the desktop ask the user, or shows where it is granted. Returns whether it is granted now; does not throw.
+  virtual Task<bool> request(ContextCapturePermission permission) = 0;
+};
+
+/// Puts a whole capture on the clipboard and leaves it there.
+class ArtifactCopying {
+ public:
+  virtual ~ArtifactCopying() = default;
+
+  /// Returns whether the clipboard has accepted it; does not throw but for OperationCancelled.
+  virtual Task<bool> copy(ClipboardPayload payload) = 0;
+};
+
+/// Shows a bundle in the desktop's file manager.
+class ArtifactRevealing {
+ public:
+  virtual ~ArtifactRevealing() = default;
+  virtual void reveal(const std::filesystem::path& bundlePath) = 0;
+};
+
+/// What the model works with. Everything outlives the model, and is called on the main thread.
+struct QuilloModelServices {
+  TaskExecutor mainExecutor;    ///< the application's event loop
+  TaskExecutor workerExecutor;  ///< for long computations; never the main one
+  MonotonicClock& clock;
+  WallClock& wallClock;
+  UUIDGenerating& identifiers;
+  ArtifactRepository& repository;
+  UserDefaults& preferences;
+  CaptureTargetFreezing& captureTargets;
+  CapturePermissions& permissions;
+  ContextCaptureService& captureService;
+  PasteDeliveryService& pasteDeliveryService;
+  ArtifactCopying& clipboardWriter;
+  CaptureHeadsUpPanel& captureHUD;
+  GlobalHotKeyController& hotKeys;
+  ArtifactRevealing& fileManager;
+};
+
+}  // namespace quillo

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "QuilloApp/Model/Activity.h"
+#include "QuilloApp/Model/OpenArtifact.h"
+#include "QuilloCore/Artifacts/ArtifactModels.h"
+#include "QuilloCore/Capture/ContextCapturePermission.h"
+#include "QuilloCore/Shortcuts/QuilloHotKeyConfiguration.h"
+#include "QuilloCore/Support/UUID.h"
+
+namespace quillo {
+
+/// Everything that the interface observes.
+struct QuilloModelState {
+  std::vector<StoredArtifact> artifacts;  ///< the library, newest first; without context texts
+  std::optional<UUID> selection;
+  /// What the drafts belong to. While a selection loads this is still the one before it.
+  std::optional<OpenArtifact> selectedArtifact;
+  std::string searchQuery;
+  std::string draftTitle;
+  std::string draftAnnotations;
+  Activity activity;
+  bool hasUnsavedChanges = false;  ///< the drafts differ from what was last saved
+  bool trashIsInProgress = false;
+  QuilloHotKeyConfiguration hotKeyConfiguration;
+  std::optional<std::string> hotKeyRegistrationError;
+  bool isShowingOnboarding = false;
+  ContextCapturePermissionState capturePermissionState;  ///< the last that is known
+};
+
+enum class QuilloModelField : std::uint8_t {
+  artifacts,
+  selection,
+  selectedArtifact,
+  searchQuery,
+  draftTitle,
+  draftAnnotations,
+  activity,
+  hasUnsavedChanges,
+  trashIsInProgress,
+  hotKeyConfiguration,
+  hotKeyRegistrationError,
+  isShowingOnboarding,
+  capturePermissionState,
+};
+
+/// The fields that have changed since the observer was last called.
+class QuilloModelChanges {
+ public:
+  QuilloModelChanges() = default;
+  static QuilloModelChanges everything() { return QuilloModelChanges(~0U); }
+
+  void add(QuilloModelField field) { bits_ |= bit(field); }
+  bool contains(QuilloModelField field) const { return (bits_ & bit(field)) != 0; }
+  bool isEmpty() const { return bits_ == 0; }
+
+  friend bool operator==(QuilloModelChanges, QuilloModelChanges) = default;
+
+ private:
+  explicit QuilloModelChanges(std::uint32_t bits) : bits_(bits) {}
+  static constexpr std::uint32_t bit(QuilloModelField field) { return 1U << static_cast<std::uint32_t>(field); }
+
+  std::uint32_t bits_ = 0;
+};
+
+}  // namespace quillo
