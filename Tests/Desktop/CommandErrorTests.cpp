@@ -54,7 +54,7 @@ TEST(CommandErrors, snapshotNeedsAccessibility) {
 
 TEST(CommandErrors, doctorNamesApplicationsThatAreNotOnTheBus) {
   const RunningProgram editor({"mousepad"});
-  readWindowHolding(editor, "Mousepad");
+  readWindowHolding(editor, {"Mousepad"});
   const FinishedProgram before = runQuillo({"doctor"});
   EXPECT_EQ(before.exitStatus, 0) << before.output;
 

@@ -26,7 +26,7 @@ RunningProgram startFaulty(const std::string& mode) {
 
 /// Captures once the application's own tree is on the bus.
 AccessibilitySnapshot readFaulty(const RunningProgram& program) {
-  return readWindowHolding(program, "\"Faulty\"");
+  return readWindowHolding(program, {"\"Faulty\""});
 }
 
 const AccessibilityNode& nodeOf(const AccessibilitySnapshot& snapshot, const std::string& role) {
@@ -177,7 +177,7 @@ TEST(Faults, stoppedNeighbourIsNotWaitedFor) {
   const RunningProgram neighbour = startFaulty("plain");
   readFaulty(neighbour);
   const RunningProgram editor({"mousepad", writeFile("note.txt", "beside a stopped one")});
-  readWindowHolding(editor, "beside a stopped one");
+  readWindowHolding(editor, {"beside a stopped one"});
   neighbour.signal(SIGSTOP);
   const auto started = std::chrono::steady_clock::now();
   const AccessibilitySnapshot snapshot = readWindow(awaitWindow(editor));

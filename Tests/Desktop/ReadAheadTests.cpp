@@ -36,7 +36,7 @@ CountedReading readCounted(const RunningProgram& program) {
 TEST(ReadAhead, galleryCostsFewCallsANodeAndManyAreUnderWay) {
   for (const char* name : {"gtk3-widget-factory", "gtk4-widget-factory"}) {
     const RunningProgram gallery({name});
-    readWindowHolding(gallery, "radiobutton");
+    readWindowHolding(gallery, {"radiobutton"});
     const CountedReading reading = readCounted(gallery);
     ASSERT_GT(reading.snapshot.nodes.size(), 100U) << name;
     EXPECT_LT(reading.callsPerNode(), 12) << name;

@@ -143,7 +143,7 @@ TEST(WindowImage, stoppedProgramsHoleIsNoPicture) {
   X11WindowImage images(nameless);
   const RunningProgram editor({"mousepad", writeFile("letter.txt", "Dear reader")});
   const std::uint32_t window = awaitWindow(editor).windowID;
-  readWindowHolding(editor, "Dear reader");
+  readWindowHolding(editor, {"Dear reader"});
   const auto whole = images.image(window);
   ASSERT_TRUE(whole.has_value());
   EXPECT_LT(countOf(*whole, 0xFF000000), whole->pixels.size() / 8) << "the editor is not drawn in black";

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 
 #include "QuilloCore/Capture/AccessibilityContextCapturer.h"
@@ -37,13 +38,14 @@ AccessibilitySnapshot readWindow(const WindowCaptureTarget& target, double timeo
   return capturer.captureSynchronously(target, std::make_shared<AccessibilityCaptureControl>(timeout));
 }
 
-AccessibilitySnapshot readWindowHolding(const RunningProgram& program, const std::string& text) {
+AccessibilitySnapshot readWindowHolding(const RunningProgram& program, const std::vector<std::string>& texts) {
   AccessibilitySnapshot snapshot;
   std::string lastError;
   eventually([&] {
     try {
       snapshot = readWindow(awaitWindow(program));
-      return allTextOf(snapshot).find(text) != std::string::npos;
+      const std::string all = allTextOf(snapshot);
+      return std::ranges::all_of(texts, [&](const std::string& text) { return all.find(text) != std::string::npos; });
     } catch (const std::exception& error) {
       lastError = error.what();
       return false;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "QuilloCore/Capture/AccessibilitySnapshot.h"
 #include "QuilloCore/Capture/WindowCaptureTarget.h"
@@ -16,9 +17,9 @@ WindowCaptureTarget awaitWindow(const RunningProgram& program);
 /// Reads the window through the accessibility bus in this process. Throws what the capture throws.
 AccessibilitySnapshot readWindow(const WindowCaptureTarget& target, double timeout = 15);
 
-/// Reads until the snapshot holds the text somewhere (applications draw before they answer); the last snapshot in any
-/// case.
-AccessibilitySnapshot readWindowHolding(const RunningProgram& program, const std::string& text);
+/// Reads until the snapshot holds all the texts somewhere (applications draw before they answer, and the frames of a
+/// page may come before the page); the last snapshot in any case.
+AccessibilitySnapshot readWindowHolding(const RunningProgram& program, const std::vector<std::string>& texts);
 
 /// The snapshot as JSON, where any captured text can be looked for.
 std::string allTextOf(const AccessibilitySnapshot& snapshot);
