@@ -2,26 +2,26 @@
 
 #include <utility>
 
-#include "QuilloLinux/Accessibility/AtspiBus.h"
+#include "QuilloLinux/Accessibility/AtspiConnections.h"
 #include "QuilloLinux/Accessibility/AtspiSession.h"
-#include "QuilloLinux/Accessibility/AtspiStatus.h"
 
 namespace quillo {
 
+AtspiAccessibilityInterface::AtspiAccessibilityInterface(StatisticsObserver observer)
+    : observer_(std::move(observer)), connections_(std::make_shared<AtspiConnections>()) {}
+
 bool AtspiAccessibilityInterface::isProcessTrusted(AccessibilityTrustPrompt prompt) {
-  AtspiStatus status = readAtspiStatus();
+  AtspiStatus status = connections_->status();
   if (status.availability == AtspiAvailability::switchedOff && prompt == AccessibilityTrustPrompt::askUser &&
-      enableAtspi()) {
-    status = readAtspiStatus();
+      connections_->enable()) {
+    status = connections_->status();
   }
   return status.availability == AtspiAvailability::available;
 }
 
 std::unique_ptr<AccessibilitySession> AtspiAccessibilityInterface::makeSession(
     const WindowCaptureTarget& target, std::shared_ptr<const AccessibilityCaptureControl> control) {
-  const AtspiStatus status = readAtspiStatus();
-  auto bus = status.busAddress.empty() ? nullptr : AtspiBus::connect(status.busAddress);
-  return std::make_unique<AtspiSession>(std::move(bus), target, std::move(control), observer_);
+  return std::make_unique<AtspiSession>(connections_, target, std::move(control), observer_);
 }
 
 }  // namespace quillo

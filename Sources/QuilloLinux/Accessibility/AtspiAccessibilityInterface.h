@@ -8,15 +8,15 @@
 
 namespace quillo {
 
+class AtspiConnections;
+
 /// The Linux desktop's accessibility bus.
 class AtspiAccessibilityInterface final : public AccessibilityInterface {
  public:
   using StatisticsObserver = std::function<void(const AtspiStatistics&)>;
 
-  AtspiAccessibilityInterface() = default;
-
   /// The observer is told at the end of every session what the session asked for.
-  explicit AtspiAccessibilityInterface(StatisticsObserver observer) : observer_(std::move(observer)) {}
+  explicit AtspiAccessibilityInterface(StatisticsObserver observer = {});
 
   /// Whether the bus answers and accessibility is switched on; asking for it switches it on for the session.
   bool isProcessTrusted(AccessibilityTrustPrompt prompt) override;
@@ -26,6 +26,7 @@ class AtspiAccessibilityInterface final : public AccessibilityInterface {
 
  private:
   StatisticsObserver observer_;
+  std::shared_ptr<AtspiConnections> connections_;  ///< sessions that were given up may outlive the interface
 };
 
 }  // namespace quillo

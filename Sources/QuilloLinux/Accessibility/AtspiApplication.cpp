@@ -7,8 +7,6 @@
 #include <thread>
 #include <utility>
 
-#include "QuilloLinux/Accessibility/AtspiRegistry.h"
-
 namespace quillo {
 namespace {
 
@@ -28,19 +26,12 @@ bool isTextRole(AtspiRole role) {
 
 }  // namespace
 
-std::optional<AtspiApplication> AtspiApplication::find(AtspiBus& bus, AtspiObjectTable& objects,
-                                                       AtspiNodeReader& reader,
-                                                       const AccessibilityCaptureControl& control,
-                                                       std::int32_t processIdentifier) {
-  std::vector<std::uint64_t> roots;
-  for (const AtspiRegisteredApplication& candidate : readAtspiRegistry(bus, control)) {
-    if (candidate.processIdentifier == processIdentifier) roots.push_back(objects.tokenOf(candidate.root));
-  }
-  if (roots.empty()) return std::nullopt;
-  AtspiApplication found(bus, objects, reader, control, std::move(roots));
-  found.identifyToolkit();
-  found.readWindows();
-  return found;
+AtspiApplication::AtspiApplication(AtspiBus& bus, AtspiObjectTable& objects, AtspiNodeReader& reader,
+                                   const AccessibilityCaptureControl& control, std::span<const AtspiObject> roots)
+    : bus_(bus), objects_(objects), reader_(reader), control_(control) {
+  for (const AtspiObject& root : roots) roots_.push_back(objects_.tokenOf(root));
+  identifyToolkit();
+  readWindows();
 }
 
 void AtspiApplication::identifyToolkit() {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "QuilloCore/Capture/AccessibilityCaptureControl.h"
@@ -15,11 +16,9 @@ namespace quillo {
 /// One application on the accessibility bus: where it is, which toolkit it speaks through, its windows and its focus.
 class AtspiApplication {
  public:
-  /// The application of that process; nothing when it is not on the bus. Asks the registry and the bus daemon alone, so
-  /// that no other application can hold the search up.
-  static std::optional<AtspiApplication> find(AtspiBus& bus, AtspiObjectTable& objects, AtspiNodeReader& reader,
-                                              const AccessibilityCaptureControl& control,
-                                              std::int32_t processIdentifier);
+  /// `roots`: one for each connection that the process has, at least one. Reads the windows.
+  AtspiApplication(AtspiBus& bus, AtspiObjectTable& objects, AtspiNodeReader& reader,
+                   const AccessibilityCaptureControl& control, std::span<const AtspiObject> roots);
 
   std::uint64_t token() const { return roots_.front(); }
 
@@ -40,10 +39,6 @@ class AtspiApplication {
   std::optional<std::uint64_t> focusedElement(std::size_t maximumCount);
 
  private:
-  AtspiApplication(AtspiBus& bus, AtspiObjectTable& objects, AtspiNodeReader& reader,
-                   const AccessibilityCaptureControl& control, std::vector<std::uint64_t> roots)
-      : bus_(bus), objects_(objects), reader_(reader), control_(control), roots_(std::move(roots)) {}
-
   void identifyToolkit();
   void readWindows();
   void awaitTree();
@@ -56,7 +51,7 @@ class AtspiApplication {
   AtspiObjectTable& objects_;
   AtspiNodeReader& reader_;
   const AccessibilityCaptureControl& control_;
-  std::vector<std::uint64_t> roots_;  // one for each connection that the process has
+  std::vector<std::uint64_t> roots_;
   std::vector<std::uint64_t> windows_;
   std::vector<std::uint64_t> documents_;  // the pages seen while waiting for the tree
   bool isTreePrepared_ = false;

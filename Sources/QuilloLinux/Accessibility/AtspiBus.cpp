@@ -68,6 +68,20 @@ std::unique_ptr<AtspiBus> AtspiBus::connectToSessionBus() {
   return sd_bus_open_user(&bus) < 0 ? nullptr : std::unique_ptr<AtspiBus>(new AtspiBus(bus));
 }
 
+bool AtspiBus::isUsable() {
+  if (isLost_ || inFlight_ > 0 || !queued_.empty()) return false;
+  // Answers that came after their reading had given them up are read and dropped here.
+  int processed = 1;
+  while (processed > 0) processed = sd_bus_process(bus_, nullptr);
+  isLost_ = processed < 0;
+  return !isLost_;
+}
+
+void AtspiBus::beginAnew() {
+  timeoutMicroseconds_ = initialTimeoutMicroseconds;
+  statistics_ = {};
+}
+
 void AtspiBus::setTimeout(double seconds) {
   timeoutMicroseconds_ = static_cast<std::uint64_t>(std::clamp(seconds, 0.001, 3600.0) * 1e6);
 }

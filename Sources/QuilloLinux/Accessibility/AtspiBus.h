@@ -68,6 +68,12 @@ class AtspiBus {
   /// One call and its answer.
   void call(AtspiCall call, const AccessibilityCaptureControl& control);
 
+  /// Whether the bus is still there and nothing is under way, as a connection must be that is used for another reading.
+  bool isUsable();
+
+  /// Forgets what belongs to the reading that ends: its time-out and its statistics.
+  void beginAnew();
+
   const AtspiStatistics& statistics() const { return statistics_; }
 
  private:
@@ -78,7 +84,8 @@ class AtspiBus {
   void failAll();
 
   sd_bus* bus_;
-  std::uint64_t timeoutMicroseconds_ = 3'000'000;
+  static constexpr std::uint64_t initialTimeoutMicroseconds = 3'000'000;
+  std::uint64_t timeoutMicroseconds_ = initialTimeoutMicroseconds;
   std::deque<AtspiCall> queued_;
   std::vector<std::unique_ptr<Flight>> flights_;  // landed ones are reused
   std::vector<Flight*> idleFlights_;

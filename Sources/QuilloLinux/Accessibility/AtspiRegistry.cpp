@@ -29,6 +29,15 @@ std::vector<AtspiRegisteredApplication> readAtspiRegistry(AtspiBus& bus, const A
   return applications;
 }
 
+std::vector<AtspiObject> rootsOfProcess(AtspiBus& bus, const AccessibilityCaptureControl& control,
+                                        std::int32_t processIdentifier) {
+  std::vector<AtspiObject> roots;
+  for (AtspiRegisteredApplication& candidate : readAtspiRegistry(bus, control)) {
+    if (candidate.processIdentifier == processIdentifier) roots.push_back(std::move(candidate.root));
+  }
+  return roots;
+}
+
 std::vector<AtspiRegisteredApplication> readAtspiRegistry() {
   const AccessibilityCaptureControl control(1.0);
   const AtspiStatus status = readAtspiStatus();

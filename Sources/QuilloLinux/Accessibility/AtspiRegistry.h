@@ -18,7 +18,11 @@ struct AtspiRegisteredApplication {
 /// Who is on the accessibility bus. Asks the registry and the bus daemon alone, so that no application can hold it up.
 std::vector<AtspiRegisteredApplication> readAtspiRegistry(AtspiBus& bus, const AccessibilityCaptureControl& control);
 
-/// The same for a caller without a connection, within a second; empty when there is no accessibility bus.
+/// The roots of one process, one for each connection that it has; none when it is not on the bus.
+std::vector<AtspiObject> rootsOfProcess(AtspiBus& bus, const AccessibilityCaptureControl& control,
+                                        std::int32_t processIdentifier);
+
+/// Everyone on the bus for a caller without a connection, within a second; empty when there is no accessibility bus.
 std::vector<AtspiRegisteredApplication> readAtspiRegistry();
 
 }  // namespace quillo

@@ -7,6 +7,7 @@
 
 #include "QuilloCore/Support/Utf16.h"
 #include "QuilloLinux/Accessibility/AtspiMixedText.h"
+#include "QuilloLinux/Accessibility/AtspiRegistry.h"
 #include "QuilloLinux/Accessibility/AtspiTableRows.h"
 #include "QuilloLinux/Accessibility/AtspiWindowRecognition.h"
 
@@ -57,11 +58,12 @@ std::optional<ArtifactRect> frameOf(const AtspiMappedElement& mapped) {
 
 }  // namespace
 
-AtspiSession::AtspiSession(std::unique_ptr<AtspiBus> bus, const WindowCaptureTarget& target,
+AtspiSession::AtspiSession(std::shared_ptr<AtspiConnections> connections, const WindowCaptureTarget& target,
                            std::shared_ptr<const AccessibilityCaptureControl> control,
                            std::function<void(const AtspiStatistics&)> statisticsObserver)
     : statisticsObserver_(std::move(statisticsObserver)),
-      bus_(std::move(bus)),
+      connections_(std::move(connections)),
+      bus_(connections_->borrow()),
       target_(target),
       control_(std::move(control)) {
   if (bus_) reader_.emplace(*bus_, objects_, *control_);
@@ -69,14 +71,20 @@ AtspiSession::AtspiSession(std::unique_ptr<AtspiBus> bus, const WindowCaptureTar
 
 AtspiSession::~AtspiSession() {
   if (statisticsObserver_ && bus_) statisticsObserver_(bus_->statistics());
+  application_.reset();
+  reader_.reset();
+  connections_->giveBack(std::move(bus_));
 }
 
 AccessibilityResult<AccessibilityElement> AtspiSession::applicationElement(std::int32_t processIdentifier) {
   if (!bus_) return std::unexpected(AccessibilityErrorCode::apiDisabled);
   if (!application_) {
-    if (auto found = AtspiApplication::find(*bus_, objects_, *reader_, *control_, processIdentifier)) {
-      application_.emplace(std::move(*found));
+    auto roots = connections_->recentRoots(processIdentifier);
+    if (!roots) {
+      roots = rootsOfProcess(*bus_, *control_, processIdentifier);
+      if (!roots->empty()) connections_->rememberRoots(processIdentifier, *roots);
     }
+    if (!roots->empty()) application_.emplace(*bus_, objects_, *reader_, *control_, *roots);
   }
   if (!application_) return std::unexpected(AccessibilityErrorCode::invalidUIElement);
   return AccessibilityElement{application_->token()};

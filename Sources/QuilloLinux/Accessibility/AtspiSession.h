@@ -14,6 +14,7 @@
 #include "QuilloLinux/Accessibility/AtspiApplication.h"
 #include "QuilloLinux/Accessibility/AtspiAttributeMapping.h"
 #include "QuilloLinux/Accessibility/AtspiBus.h"
+#include "QuilloLinux/Accessibility/AtspiConnections.h"
 #include "QuilloLinux/Accessibility/AtspiNodeReader.h"
 #include "QuilloLinux/Accessibility/AtspiObject.h"
 #include "QuilloLinux/Accessibility/AtspiWindowPlacement.h"
@@ -24,8 +25,8 @@ namespace quillo {
 /// answered from the records, and what is still unknown is read when it is asked for.
 class AtspiSession final : public AccessibilitySession {
  public:
-  /// `bus` may be null: then every call answers that accessibility is off.
-  AtspiSession(std::unique_ptr<AtspiBus> bus, const WindowCaptureTarget& target,
+  /// Borrows a connection for its lifetime. Without one every call answers that accessibility is off.
+  AtspiSession(std::shared_ptr<AtspiConnections> connections, const WindowCaptureTarget& target,
                std::shared_ptr<const AccessibilityCaptureControl> control,
                std::function<void(const AtspiStatistics&)> statisticsObserver = {});
   AtspiSession(const AtspiSession&) = delete;
@@ -81,6 +82,7 @@ class AtspiSession final : public AccessibilitySession {
   AtspiWindowPlacement placementOf(const AtspiNodeRecord& record);
 
   std::function<void(const AtspiStatistics&)> statisticsObserver_;
+  std::shared_ptr<AtspiConnections> connections_;
   std::unique_ptr<AtspiBus> bus_;
   WindowCaptureTarget target_;
   std::shared_ptr<const AccessibilityCaptureControl> control_;

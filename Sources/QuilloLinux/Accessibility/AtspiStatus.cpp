@@ -13,31 +13,10 @@ constexpr std::uint64_t timeoutMicroseconds = 1'000'000;
 constexpr const char* service = "org.a11y.Bus";
 constexpr const char* path = "/org/a11y/bus";
 
-struct CloseBus {
-  void operator()(sd_bus* bus) const { sd_bus_flush_close_unref(bus); }
-};
-using SessionBus = std::unique_ptr<sd_bus, CloseBus>;
-
 struct UnrefMessage {
   void operator()(sd_bus_message* message) const { sd_bus_message_unref(message); }
 };
 using Message = std::unique_ptr<sd_bus_message, UnrefMessage>;
-
-SessionBus openSessionBus() {
-  sd_bus* bus = nullptr;
-  if (sd_bus_open_user(&bus) < 0) return nullptr;
-  sd_bus_set_method_call_timeout(bus, timeoutMicroseconds);
-  return SessionBus(bus);
-}
-
-std::string readAddress(sd_bus* bus) {
-  if (const char* address = std::getenv("AT_SPI_BUS_ADDRESS"); address != nullptr && *address != '\0') return address;
-  sd_bus_message* raw = nullptr;
-  if (sd_bus_call_method(bus, service, path, "org.a11y.Bus", "GetAddress", nullptr, &raw, nullptr) < 0) return {};
-  const Message reply(raw);
-  const char* address = nullptr;
-  return sd_bus_message_read_basic(reply.get(), SD_BUS_TYPE_STRING, &address) > 0 ? address : "";
-}
 
 bool readIsEnabled(sd_bus* bus) {
   int isEnabled = 0;
@@ -48,18 +27,53 @@ bool readIsEnabled(sd_bus* bus) {
 
 }  // namespace
 
-AtspiStatus readAtspiStatus() {
-  const SessionBus bus = openSessionBus();
-  if (!bus) return {};
-  std::string address = readAddress(bus.get());
+void AtspiSessionBus::Close::operator()(sd_bus* bus) const {
+  sd_bus_flush_close_unref(bus);
+}
+
+sd_bus* AtspiSessionBus::connection() {
+  // Reading what has come tells whether the bus is still there.
+  while (bus_) {
+    const int processed = sd_bus_process(bus_.get(), nullptr);
+    if (processed == 0) break;
+    if (processed < 0) bus_.reset();
+  }
+  if (!bus_) {
+    sd_bus* bus = nullptr;
+    if (sd_bus_open_user(&bus) < 0) return nullptr;
+    sd_bus_set_method_call_timeout(bus, timeoutMicroseconds);
+    bus_.reset(bus);
+  }
+  return bus_.get();
+}
+
+std::string AtspiSessionBus::readAddress() {
+  sd_bus* bus = connection();
+  if (bus == nullptr) return {};
+  if (const char* address = std::getenv("AT_SPI_BUS_ADDRESS"); address != nullptr && *address != '\0') return address;
+  sd_bus_message* raw = nullptr;
+  if (sd_bus_call_method(bus, service, path, "org.a11y.Bus", "GetAddress", nullptr, &raw, nullptr) < 0) return {};
+  const Message reply(raw);
+  const char* address = nullptr;
+  return sd_bus_message_read_basic(reply.get(), SD_BUS_TYPE_STRING, &address) > 0 ? address : "";
+}
+
+AtspiStatus AtspiSessionBus::readStatus() {
+  if (connection() == nullptr) return {};
+  std::string address = readAddress();
   if (address.empty()) return {AtspiAvailability::noAccessibilityBus, {}};
-  const auto availability = readIsEnabled(bus.get()) ? AtspiAvailability::available : AtspiAvailability::switchedOff;
+  const auto availability = readIsEnabled(bus_.get()) ? AtspiAvailability::available : AtspiAvailability::switchedOff;
   return {availability, std::move(address)};
 }
 
-bool enableAtspi() {
-  const SessionBus bus = openSessionBus();
-  return bus && sd_bus_set_property(bus.get(), service, path, "org.a11y.Status", "IsEnabled", nullptr, "b", 1) >= 0;
+bool AtspiSessionBus::enable() {
+  sd_bus* bus = connection();
+  return bus != nullptr &&
+         sd_bus_set_property(bus, service, path, "org.a11y.Status", "IsEnabled", nullptr, "b", 1) >= 0;
+}
+
+AtspiStatus readAtspiStatus() {
+  return AtspiSessionBus().readStatus();
 }
 
 std::string describe(AtspiAvailability availability) {

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
+
+struct sd_bus;
 
 namespace quillo {
 
@@ -20,12 +23,31 @@ struct AtspiStatus {
   friend bool operator==(const AtspiStatus&, const AtspiStatus&) = default;
 };
 
-/// Asks the session; takes a few milliseconds, at most two seconds.
-AtspiStatus readAtspiStatus();
+/// The session's accessibility service. Keeps its connection to the session bus from one question to the next and
+/// connects anew when that has broken. Each question takes at most two seconds. Used by one thread at a time.
+class AtspiSessionBus {
+ public:
+  AtspiStatus readStatus();
 
-/// Switches accessibility on for the session; false when the session does not let us. Applications of some toolkits
-/// take notice only when they start anew.
-bool enableAtspi();
+  /// The accessibility bus's address; empty when there is none.
+  std::string readAddress();
+
+  /// Switches accessibility on for the session; false when the session does not let us. Applications of some toolkits
+  /// take notice only when they start anew.
+  bool enable();
+
+ private:
+  struct Close {
+    void operator()(sd_bus* bus) const;
+  };
+
+  sd_bus* connection();
+
+  std::unique_ptr<sd_bus, Close> bus_;
+};
+
+/// One question.
+AtspiStatus readAtspiStatus();
 
 /// What is missing, in a sentence, and what to do about it; both empty when all is there.
 std::string describe(AtspiAvailability availability);
