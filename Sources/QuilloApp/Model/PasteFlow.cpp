@@ -6,6 +6,7 @@
 #include "QuilloApp/Model/FailureText.h"
 #include "QuilloCore/Artifacts/ArtifactPasteTextRenderer.h"
 #include "QuilloCore/Artifacts/ArtifactRepository.h"
+#include "QuilloCore/Clipboard/ClipboardPayloadWriter.h"
 #include "QuilloCore/Paste/PasteDeliveryService.h"
 #include "QuilloCore/Paste/PasteMessages.h"
 
@@ -115,8 +116,12 @@ Task<> PasteFlow::copy() {
 Task<Activity> PasteFlow::copyToClipboard() {
   Task<ClipboardPayload> making = makePayload();
   ClipboardPayload payload = co_await std::move(making);
-  Task<bool> copying = context_.services.clipboardWriter.copy(std::move(payload));
-  if (co_await std::move(copying)) co_return Activity::success("Screenshot, interface map, and note copied");
+  const QuilloModelServices& services = context_.services;
+  Task<Outcome<bool>> writing = outcomeOf(
+      services.clipboardWriter.write(std::move(payload), ClipboardComposition::singleItem, services.pasteboard));
+  const Outcome<bool> accepted = co_await std::move(writing);
+  if (!accepted) rethrowCancellation(accepted.error());
+  if (accepted.value_or(false)) co_return Activity::success("Screenshot, interface map, and note copied");
   co_return Activity::failure(std::string(PasteMessages::clipboardRejectedArtifact));
 }
 

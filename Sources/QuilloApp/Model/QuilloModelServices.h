@@ -4,7 +4,6 @@
 
 #include "QuilloCore/Capture/ContextCapturePermission.h"
 #include "QuilloCore/Capture/FrozenContextCaptureTarget.h"
-#include "QuilloCore/Clipboard/ClipboardPayload.h"
 #include "QuilloCore/Concurrency/MonotonicClock.h"
 #include "QuilloCore/Concurrency/Task.h"
 #include "QuilloCore/Concurrency/TaskExecutor.h"
@@ -15,9 +14,11 @@ namespace quillo {
 
 class ArtifactRepository;
 class CaptureHeadsUpPanel;
+class ClipboardPayloadWriter;
 class ContextCaptureService;
 class GlobalHotKeyController;
 class PasteDeliveryService;
+class Pasteboard;
 class UserDefaults;
 
 /// Freezes the window that the user is looking at. Asked as soon as the user asks for a capture; the answer may take
@@ -42,15 +43,6 @@ class CapturePermissions {
   virtual Task<bool> request(ContextCapturePermission permission) = 0;
 };
 
-/// Puts a whole capture on the clipboard and leaves it there.
-class ArtifactCopying {
- public:
-  virtual ~ArtifactCopying() = default;
-
-  /// Returns whether the clipboard has accepted it; does not throw but for OperationCancelled.
-  virtual Task<bool> copy(ClipboardPayload payload) = 0;
-};
-
 /// Shows a bundle in the desktop's file manager.
 class ArtifactRevealing {
  public:
@@ -71,7 +63,8 @@ struct QuilloModelServices {
   CapturePermissions& permissions;
   ContextCaptureService& captureService;
   PasteDeliveryService& pasteDeliveryService;
-  ArtifactCopying& clipboardWriter;
+  ClipboardPayloadWriter& clipboardWriter;
+  Pasteboard& pasteboard;
   CaptureHeadsUpPanel& captureHUD;
   GlobalHotKeyController& hotKeys;
   ArtifactRevealing& fileManager;
