@@ -8,6 +8,8 @@
 #include <mutex>
 #include <utility>
 
+#include "QuilloLinux/X11/DisplayHandshake.h"
+
 namespace quillo {
 namespace {
 
@@ -71,6 +73,8 @@ std::vector<std::uint32_t> internAtoms(xcb_connection_t* connection, std::span<c
 }
 
 std::unique_ptr<X11Connection> X11Connection::open() {
+  constexpr double patienceSeconds = 2;
+  if (!displayAnswers(patienceSeconds)) return nullptr;
   int screenNumber = 0;
   xcb_connection_t* connection = connectToDisplay(&screenNumber);
   if (xcb_connection_has_error(connection) != 0) {

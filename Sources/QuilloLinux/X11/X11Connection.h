@@ -52,7 +52,7 @@ enum class X11Atom : std::uint8_t {
 /// between two requests harms nobody. Used by one thread.
 class X11Connection {
  public:
-  /// Null when the display ($DISPLAY) cannot be opened.
+  /// Null when the display ($DISPLAY) cannot be opened, or does not answer within two seconds.
   static std::unique_ptr<X11Connection> open();
 
   X11Connection(const X11Connection&) = delete;

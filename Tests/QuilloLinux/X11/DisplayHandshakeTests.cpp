@@ -1,0 +1,72 @@
+#include "QuilloLinux/X11/DisplayHandshake.h"
+
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <thread>
+
+namespace quillo::test {
+namespace {
+
+/// A display server that listens under a number that nobody uses, and answers nothing by itself.
+class SilentDisplay {
+ public:
+  SilentDisplay() : listener_(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    for (number_ = 7000; number_ < 7100; ++number_) {
+      const std::string path = "/tmp/.X11-unix/X" + std::to_string(number_);
+      std::memcpy(address.sun_path + 1, path.data(), path.size());
+      const auto length = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + path.size() + 1);
+      if (::bind(listener_, reinterpret_cast<const sockaddr*>(&address), length) == 0) break;
+    }
+    EXPECT_EQ(::listen(listener_, 4), 0);
+    ::setenv("DISPLAY", (":" + std::to_string(number_)).c_str(), 1);
+  }
+  SilentDisplay(const SilentDisplay&) = delete;
+  SilentDisplay& operator=(const SilentDisplay&) = delete;
+  ~SilentDisplay() { ::close(listener_); }
+
+  /// Takes one connection, reads its first request whole and answers with `reply` (or hangs up, when it is empty).
+  void answerOnce(const std::string& reply) const {
+    const int connection = ::accept(listener_, nullptr, nullptr);
+    char request[12];
+    EXPECT_EQ(::recv(connection, request, sizeof request, MSG_WAITALL), 12);
+    if (!reply.empty()) EXPECT_EQ(::send(connection, reply.data(), reply.size(), MSG_NOSIGNAL), std::ssize(reply));
+    ::close(connection);
+  }
+
+ private:
+  int listener_;
+  int number_ = 0;
+};
+
+TEST(DisplayHandshake, serverThatIsStoppedDoesNotAnswer) {
+  const SilentDisplay display;
+  EXPECT_FALSE(displayAnswers(0.05));
+}
+
+TEST(DisplayHandshake, refusalIsAnAnswer) {
+  const SilentDisplay display;
+  for (const std::string& reply : {std::string("\0\1\v", 3), std::string()}) {
+    std::thread server([&] { display.answerOnce(reply); });
+    EXPECT_TRUE(displayAnswers(10));
+    server.join();
+  }
+}
+
+TEST(DisplayHandshake, whatCannotBeConnectedToIsLeftToTheLibrary) {
+  for (const char* other : {":6999", "", "no display", "elsewhere.invalid:0"}) {
+    ::setenv("DISPLAY", other, 1);
+    EXPECT_TRUE(displayAnswers(0.05)) << other;
+  }
+}
+
+}  // namespace
+}  // namespace quillo::test
