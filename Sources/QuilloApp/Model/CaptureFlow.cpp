@@ -103,18 +103,19 @@ Task<> CaptureFlow::capture(Resolution resolution, bool isFromMenu) {
                          [panel = &context_.services.captureHUD] { panel->hide(); });
 }
 
-/// Runs off the main thread, where copying and rendering a large tree would hold everything up.
 Task<ContextArtifactDraft> CaptureFlow::makeDraft(Target target, std::shared_ptr<CaptureNotice> notice) {
   const QuilloModelServices& services = context_.services;
   Task<ContextCaptureResult> capturing =
       services.captureService.capture(std::move(target), showProgressWhenPixelsAreThere(std::move(notice)));
   ContextCaptureResult result = co_await std::move(capturing);
 
-  auto make = [&clock = services.clock, executor = services.workerExecutor, result = std::move(result),
+  // Copying a large tree would hold up the main thread, and its rendering whatever waits for it: each has its own
+  // queue.
+  auto make = [&clock = services.clock, executor = services.makeWorkerExecutor(), result = std::move(result),
                id = services.identifiers.makeUUID()]() mutable {
     return ContextArtifactDraftMaker::make(clock, executor, std::move(result), id);
   };
-  const auto making = spawnTask(services.workerExecutor, std::move(make));
+  const auto making = spawnTask(services.makeWorkerExecutor(), std::move(make));
   Task<Outcome<ContextArtifactDraft>> waiting = outcomeOf(making.value());
   Outcome<ContextArtifactDraft> made = co_await std::move(waiting);
   if (made) co_return std::move(*made);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 
 #include "QuilloCore/Capture/ContextCapturePermission.h"
 #include "QuilloCore/Capture/FrozenContextCaptureTarget.h"
@@ -52,8 +53,8 @@ class ArtifactRevealing {
 
 /// What the model works with. Everything outlives the model, and is called on the main thread.
 struct QuilloModelServices {
-  TaskExecutor mainExecutor;    ///< the application's event loop
-  TaskExecutor workerExecutor;  ///< for long computations; never the main one
+  TaskExecutor mainExecutor;                         ///< the application's event loop
+  std::function<TaskExecutor()> makeWorkerExecutor;  ///< a new queue for one long computation, never the main one
   MonotonicClock& clock;
   WallClock& wallClock;
   UUIDGenerating& identifiers;

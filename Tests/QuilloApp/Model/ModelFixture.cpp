@@ -1,0 +1,165 @@
+#include "ModelFixture.h"
+
+#include <chrono>
+#include <system_error>
+
+#include "QuilloCore/Semantics/InterfaceObservationProcessor.h"
+#include "Tests/Support/SnapshotBuilder.h"
+
+namespace quillo::test {
+namespace {
+
+FrozenContextCaptureTarget frozenLetter() {
+  FrozenContextCaptureTarget target;
+  target.windowID = 11;
+  target.processIdentifier = 400;
+  target.applicationName = "Editor";
+  target.windowTitle = "Letter";
+  target.windowFrame = {.x = 1, .y = 2, .width = 300, .height = 200};
+  target.frozenAt = Date(std::chrono::seconds(1'700'000'000));
+  return target;
+}
+
+WindowScreenshotCapture screenshotOfLetter() {
+  WindowScreenshotCapture capture;
+  capture.pngData = "png of the letter";
+  capture.window.windowID = 11;
+  capture.window.processIdentifier = 400;
+  capture.window.applicationName = "Editor";
+  capture.window.title = "Letter";
+  capture.window.frame = {.x = 1, .y = 2, .width = 300, .height = 200};
+  return capture;
+}
+
+}  // namespace
+
+FakeCaptureTargets::FakeCaptureTargets() : answer(frozenLetter()) {}
+
+Task<bool> FakePermissions::request(ContextCapturePermission permission) {
+  (permission == ContextCapturePermission::accessibility ? granted.accessibilityGranted
+                                                         : granted.screenRecordingGranted) = true;
+  co_return true;
+}
+
+std::optional<std::filesystem::path> FakeTrash::moveToTrash(const std::filesystem::path& path) {
+  for (const std::string& name : immovable) {
+    if (path.filename() == name) throw TrashError("it is nailed down");
+  }
+  std::filesystem::remove_all(path);
+  return std::nullopt;
+}
+
+UUID CountingUUIDs::makeUUID() {
+  UUID id;
+  ++count_;
+  id.bytes[14] = static_cast<std::uint8_t>(count_ >> 8U);
+  id.bytes[15] = static_cast<std::uint8_t>(count_);
+  return id;
+}
+
+ModelFixture::ModelFixture()
+    : screenshot(screenshotOfLetter()), snapshot(makeSnapshot("window 'Letter'\n  button 'Send'")) {
+  ContextCaptureOperations operations;
+  operations.permissionProvider = [this] { return permissions.granted; };
+  operations.screenshotOperation = [this](WindowCaptureTarget /*target*/) { return screenshot.give(); };
+  operations.accessibilityOperation = [this](WindowCaptureTarget /*target*/) { return snapshot.give(); };
+  captureService = std::make_unique<ContextCaptureService>(operations, clock, loop.executor());
+  delivery = std::make_unique<PasteDeliveryService>(
+      PasteDeliveryService::Collaborators{session, destination, modifiers, sleeping, clock}, loop.executor(),
+      PasteDeliveryService::Configuration{
+          .clipboardReadinessDelay = 0, .imageIngestionDelay = 0, .finalIngestionDelay = 0});
+  model = std::make_unique<QuilloModel>(QuilloModelServices{
+      .mainExecutor = loop.executor(),
+      .makeWorkerExecutor =
+          [this] { return std::exchange(nextWorkerIsStuck, false) ? stuck.executor() : loop.executor(); },
+      .clock = clock,
+      .wallClock = wallClock,
+      .identifiers = identifiers,
+      .repository = repository,
+      .preferences = preferences,
+      .captureTargets = captureTargets,
+      .permissions = permissions,
+      .captureService = *captureService,
+      .pasteDeliveryService = *delivery,
+      .clipboardWriter = writer,
+      .pasteboard = pasteboard,
+      .captureHUD = panel,
+      .hotKeys = hotKeys,
+      .fileManager = fileManager,
+  });
+}
+
+ModelFixture::~ModelFixture() {
+  await(outcomeOf(model->shutDown()));
+  loop.runReady();
+  stuck.runReady();
+}
+
+UUID ModelFixture::store(const std::string& title, int minutesAgo, const std::string& windowTitle) {
+  ContextArtifactDraft draft;
+  draft.manifest.id = identifiers.makeUUID();
+  draft.manifest.title = title;
+  draft.manifest.createdAt = wallClock.present - std::chrono::minutes(minutesAgo);
+  draft.manifest.modifiedAt = draft.manifest.createdAt;
+  draft.manifest.source = {"Editor", std::nullopt, windowTitle, std::nullopt};
+  draft.screenshotPNG = "png of " + title;
+  draft.accessibilitySnapshot = makeSnapshot("window 'Letter'");
+  draft.interfaceObservation = ArtifactProjection::standard().makeObservation(draft.accessibilitySnapshot);
+  return outsideStore.create(draft).manifest.id;
+}
+
+void ModelFixture::editFromOutside(const UUID& id, const std::string& title, const std::string& annotations) {
+  const StoredArtifact stored = outsideStore.load(id).stored;
+  ArtifactManifest manifest = stored.manifest;
+  manifest.title = title;
+  manifest.annotations = annotations;
+  manifest.modifiedAt += std::chrono::minutes(1);
+  outsideStore.update(stored, manifest);
+}
+
+void ModelFixture::start() {
+  model->startIfNeeded();
+  settle();
+}
+
+void ModelFixture::select(const UUID& id) {
+  model->select(id);
+  settle();
+}
+
+void ModelFixture::settle() {
+  // A flow takes turns with the repository's thread; no flow takes as many as this.
+  constexpr int turns = 8;
+  for (int turn = 0; turn < turns; ++turn) {
+    loop.runReady();
+    await(outcomeOf(repository.list(ListingDetail::withoutContextTexts)));
+  }
+  loop.runReady();
+}
+
+void ModelFixture::advance(double seconds) {
+  loop.runReady();
+  clock.advance(seconds);
+  settle();
+}
+
+std::string ModelFixture::activity() {
+  switch (const Activity& activity = state().activity; activity.kind) {
+    case Activity::Kind::idle: return "idle";
+    case Activity::Kind::loading: return "loading";
+    case Activity::Kind::capturing: return "capturing";
+    case Activity::Kind::saving: return "saving";
+    case Activity::Kind::pasting: return "pasting";
+    case Activity::Kind::success: return "success: " + activity.message;
+    case Activity::Kind::failure: return "failure: " + activity.message;
+  }
+  return {};
+}
+
+std::vector<std::string> ModelFixture::titles() {
+  std::vector<std::string> titles;
+  for (const StoredArtifact& artifact : state().artifacts) titles.push_back(artifact.manifest.title);
+  return titles;
+}
+
+}  // namespace quillo::test

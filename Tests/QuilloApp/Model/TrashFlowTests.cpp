@@ -1,0 +1,89 @@
+#include <gmock/gmock.h>
+
+#include "ModelFixture.h"
+
+namespace quillo::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class TrashFlowTest : public ModelFixture {
+ protected:
+  TrashFlowTest() : ids{store("a", 1), store("b", 2), store("c", 3), store("d", 4)} { start(); }
+
+  void moveToTrash(const std::vector<int>& which) {
+    std::vector<UUID> moved;
+    for (const int i : which) moved.push_back(ids[i]);
+    model->moveArtifactsToTrash(moved);
+    EXPECT_TRUE(state().trashIsInProgress);
+    settle();
+    EXPECT_FALSE(state().trashIsInProgress);
+  }
+
+  std::vector<UUID> ids;
+};
+
+TEST_F(TrashFlowTest, tellsHowManyWereMoved) {
+  moveToTrash({1});
+  EXPECT_EQ(activity(), "success: Artifact moved to Trash");
+  EXPECT_THAT(titles(), ElementsAre("a", "c", "d"));
+  moveToTrash({0, 2});
+  EXPECT_EQ(activity(), "success: 2 artifacts moved to Trash");
+  EXPECT_THAT(titles(), ElementsAre("d"));
+}
+
+TEST_F(TrashFlowTest, tellsHowManyCouldNotBeMoved) {
+  trash.immovable = {ids[1].text() + ".quillo"};
+  moveToTrash({0, 1, 2});
+  EXPECT_EQ(activity(), "failure: Moved 2 to Trash; 1 could not be moved");
+  EXPECT_THAT(titles(), ElementsAre("b", "d"));
+  moveToTrash({1});
+  EXPECT_EQ(activity(), "failure: Moved 0 to Trash; 1 could not be moved");
+  std::filesystem::remove_all(repository.bundlePath(ids[3]));
+  moveToTrash({3});
+  EXPECT_EQ(activity(), "failure: Moved 0 to Trash; 1 could not be moved");
+  EXPECT_THAT(titles(), ElementsAre("b")) << "what somebody else has removed goes from the list too";
+}
+
+TEST_F(TrashFlowTest, theSelectionMovesToWhatTakesItsPlace) {
+  select(ids[1]);
+  moveToTrash({1, 2});
+  EXPECT_EQ(state().draftTitle, "d");
+  moveToTrash({3});
+  EXPECT_EQ(state().draftTitle, "a");
+  moveToTrash({0});
+  EXPECT_FALSE(state().selection);
+  EXPECT_FALSE(state().selectedArtifact);
+  EXPECT_THAT(titles(), IsEmpty());
+}
+
+TEST_F(TrashFlowTest, anEditGoesToTheTrashWithItsArtifact) {
+  select(ids[0]);
+  model->setDraftAnnotations("last words");
+  files.record->isFull = true;
+  moveToTrash({0});
+  EXPECT_THAT(activity(), HasSubstr("No space left on device"));
+  EXPECT_EQ(titles().size(), 4U) << "nothing is moved while its edit cannot be kept";
+  files.record->isFull = false;
+  moveToTrash({0});
+  EXPECT_EQ(activity(), "success: Artifact moved to Trash");
+  EXPECT_EQ(files.record->writtenManifestCount, 1);
+}
+
+TEST_F(TrashFlowTest, whenTheSelectionChangesBeforeTheMoveNothingIsMoved) {
+  select(ids[0]);
+  model->setDraftAnnotations("being saved");
+  model->moveArtifactsToTrash({ids[0]});
+  model->moveArtifactsToTrash({ids[2]});  // one at a time
+  loop.runReady();
+  model->select(ids[1]);
+  settle();
+  EXPECT_EQ(activity(), "failure: The selected artifact changed before it could be moved");
+  EXPECT_EQ(titles().size(), 4U);
+  EXPECT_EQ(state().draftTitle, "b");
+}
+
+}  // namespace
+}  // namespace quillo::test

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <mutex>
+
+#include "QuilloCore/Concurrency/JobQueue.h"
+#include "QuilloCore/Concurrency/TaskExecutor.h"
+
+namespace quillo::test {
+
+/// An event loop that runs on the test's thread, when the test says so.
+class ManualLoop {
+ public:
+  ManualLoop();
+  ManualLoop(const ManualLoop&) = delete;
+  ManualLoop& operator=(const ManualLoop&) = delete;
+  /// Runs what is left, so that nothing stays parked.
+  ~ManualLoop();
+
+  TaskExecutor executor() const;
+
+  /// Runs jobs until none is left.
+  void runReady();
+
+  /// Runs jobs, also those that other threads have yet to post, until the condition holds. Returns whether it does; it
+  /// gives up after ten seconds without a job.
+  bool runUntil(const std::function<bool()>& condition);
+
+ private:
+  class Core;
+  std::shared_ptr<Core> core_;
+};
+
+}  // namespace quillo::test
