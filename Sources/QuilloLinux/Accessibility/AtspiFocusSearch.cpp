@@ -158,10 +158,7 @@ std::vector<AtspiFocusCandidate> AtspiFocusSearch::searchTree(const std::vector<
 }
 
 std::expected<AtspiFocusCandidate, FocusedElementAbsence> AtspiFocusSearch::find(std::int32_t processIdentifier) {
-  std::vector<AtspiObject> roots;
-  for (const AtspiRegisteredApplication& application : readAtspiRegistry(bus_, control_)) {
-    if (application.processIdentifier == processIdentifier) roots.push_back(application.root);
-  }
+  const std::vector<AtspiObject> roots = rootsOfProcess(bus_, control_, processIdentifier);
   const auto absence = [&] {
     return std::unexpected(hasTimedOut_ || control_.stopReason() ? FocusedElementAbsence::noAnswer
                                                                  : FocusedElementAbsence::notExposed);

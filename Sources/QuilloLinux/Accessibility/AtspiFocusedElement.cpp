@@ -5,7 +5,6 @@
 #include "QuilloCore/Capture/AccessibilityCaptureControl.h"
 #include "QuilloLinux/Accessibility/AtspiFocusSearch.h"
 #include "QuilloLinux/Accessibility/AtspiRoles.h"
-#include "QuilloLinux/Accessibility/AtspiStatus.h"
 
 namespace quillo {
 namespace {
@@ -29,10 +28,10 @@ AtspiObject objectOf(const std::string& identity) {
 }  // namespace
 
 bool AtspiFocusedElement::isAllowed(AccessibilityTrustPrompt prompt) {
-  AtspiStatus status = readAtspiStatus();
+  AtspiStatus status = sessionBus_.readStatus();
   if (status.availability == AtspiAvailability::switchedOff && prompt == AccessibilityTrustPrompt::askUser &&
-      enableAtspi()) {
-    status = readAtspiStatus();
+      sessionBus_.enable()) {
+    status = sessionBus_.readStatus();
   }
   if (status.availability != AtspiAvailability::available) return false;
   if (busAddress_ != status.busAddress) {

@@ -7,11 +7,12 @@
 
 #include "QuilloCore/Paste/FocusedElementProviding.h"
 #include "QuilloLinux/Accessibility/AtspiBus.h"
+#include "QuilloLinux/Accessibility/AtspiStatus.h"
 
 namespace quillo {
 
 /// The focused element as the accessibility bus names it: the connection and the path of an object, which stay the same
-/// as long as the object lives. Keeps its connection to the bus open. Used by one thread.
+/// as long as the object lives. Keeps its connections open. Used by one thread.
 class AtspiFocusedElement final : public FocusedElementProviding {
  public:
   /// Whether the bus answers and accessibility is switched on; asking for it switches it on for the session.
@@ -23,6 +24,7 @@ class AtspiFocusedElement final : public FocusedElementProviding {
   bool isFocused(const std::string& identity, double messagingTimeout) override;
 
  private:
+  AtspiSessionBus sessionBus_;
   std::string busAddress_;
   std::unique_ptr<AtspiBus> bus_;
 };
