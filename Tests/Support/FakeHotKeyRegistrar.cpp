@@ -30,7 +30,8 @@ HotKeyRegistration FakeHotKeyRegistrar::registerHotKey(const QuilloHotKey& hotKe
   log.push_back(fmt::format("register {} as {}", hotKey.displayString(), identity.id));
   if (!handler_) return {hotKeyDisplayIsUnavailable, std::nullopt};
   const auto isTaken = [&](const QuilloHotKey& taken) { return isSameCombination(taken, hotKey); };
-  if (std::ranges::any_of(takenElsewhere, isTaken)) return {hotKeyIsTaken, std::nullopt};
+  if (std::ranges::any_of(takenElsewhere, isTaken) || std::ranges::any_of(reservedHotKeys(), isTaken))
+    return {hotKeyIsTaken, std::nullopt};
   if (!givesReferences) return {};
   reserved_[++lastReference_] = {hotKey, identity};
   return {hotKeySucceeded, lastReference_};

@@ -33,6 +33,9 @@ void expectHotKeyRegisteringContract(const HotKeySession& session) {
   ASSERT_TRUE(registeredC.reference.has_value());
   ASSERT_TRUE(registeredV.reference.has_value());
   EXPECT_NE(registeredC.reference, registeredV.reference);
+  // The same keys under another name.
+  EXPECT_EQ(registrar.registerHotKey({8, modifiers, "another"}, second),
+            (HotKeyRegistration{hotKeyIsTaken, std::nullopt}));
   session.press(keyV);
   session.press(keyC);
   EXPECT_EQ(takeReleased(), (std::vector{second, first}));

@@ -14,7 +14,7 @@ using HotKeyStatus = std::int32_t;
 inline constexpr HotKeyStatus hotKeySucceeded = 0;
 /// The keyboard has no such key or modifier.
 inline constexpr HotKeyStatus hotKeyIsMissing = 2;
-/// Another program has reserved the combination.
+/// The combination is reserved already, mostly by another program.
 inline constexpr HotKeyStatus hotKeyIsTaken = 10;
 /// There is no display server, or it has gone away.
 inline constexpr HotKeyStatus hotKeyDisplayIsUnavailable = -1;
