@@ -98,15 +98,14 @@ Task<> CaptureFlow::capture(Resolution resolution, bool isFromMenu) {
   library_.select(stored.manifest.id);
 
   captureIsInProgress_ = false;
+  context_.activity.show(Activity::success("Capture saved to the library"), hidingPanel());
   context_.services.captureHUD.showSuccess(done);
-  context_.activity.show(Activity::success("Capture saved to the library"),
-                         [panel = &context_.services.captureHUD] { panel->hide(); });
 }
 
 Task<ContextArtifactDraft> CaptureFlow::makeDraft(Target target, std::shared_ptr<CaptureNotice> notice) {
   const QuilloModelServices& services = context_.services;
   Task<ContextCaptureResult> capturing =
-      services.captureService.capture(std::move(target), showProgressWhenPixelsAreThere(std::move(notice)));
+      services.captureService.capture(std::move(target), showProgressWhenPixelsAreThere(notice));
   ContextCaptureResult result = co_await std::move(capturing);
 
   // Copying a large tree would hold up the main thread, and its rendering whatever waits for it: each has its own
@@ -123,7 +122,7 @@ Task<ContextArtifactDraft> CaptureFlow::makeDraft(Target target, std::shared_ptr
   std::rethrow_exception(made.error());
 }
 
-ScreenshotObserver CaptureFlow::showProgressWhenPixelsAreThere(std::shared_ptr<CaptureNotice> notice) {
+ScreenshotObserver CaptureFlow::showProgressWhenPixelsAreThere(const std::shared_ptr<CaptureNotice>& notice) {
   // The notice lives as long as there is progress to show.
   return [panel = &context_.services.captureHUD, notice = std::weak_ptr(notice),
           main = context_.services.mainExecutor.queue()](const WindowScreenshotCapture& screenshot) {
@@ -157,9 +156,14 @@ void CaptureFlow::reportCaptureFailure(const std::exception_ptr& error) {
 }
 
 void CaptureFlow::show(const CaptureFailureNotice& notice, std::string message) {
+  context_.activity.show(Activity::failure(std::move(message)), hidingPanel());
   context_.services.captureHUD.showFailure(notice);
-  context_.activity.show(Activity::failure(std::move(message)),
-                         [panel = &context_.services.captureHUD] { panel->hide(); });
+}
+
+/// The panel stays as long as the message does. A new message is shown first, because the one before it takes its panel
+/// away as it goes.
+std::function<void()> CaptureFlow::hidingPanel() const {
+  return [panel = &context_.services.captureHUD] { panel->hide(); };
 }
 
 }  // namespace quillo

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -38,9 +39,10 @@ class CaptureFlow {
   Task<> run(Resolution resolution, bool isFromMenu);
   Task<> capture(Resolution resolution, bool isFromMenu);
   Task<ContextArtifactDraft> makeDraft(Target target, std::shared_ptr<CaptureNotice> notice);
-  ScreenshotObserver showProgressWhenPixelsAreThere(std::shared_ptr<CaptureNotice> notice);
+  ScreenshotObserver showProgressWhenPixelsAreThere(const std::shared_ptr<CaptureNotice>& notice);
   void reportCaptureFailure(const std::exception_ptr& error);
   void show(const CaptureFailureNotice& notice, std::string message);
+  std::function<void()> hidingPanel() const;
 
   ModelContext& context_;
   LibraryFlow& library_;

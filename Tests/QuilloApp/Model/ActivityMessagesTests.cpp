@@ -9,12 +9,13 @@ namespace quillo::test {
 namespace {
 
 class ActivityMessagesTest : public testing::Test {
- protected:
+ public:
   ~ActivityMessagesTest() override {
     tasks.cancelAll();
     loop.runReady();
   }
 
+ protected:
   void advance(double seconds) {
     loop.runReady();
     clock.advance(seconds);

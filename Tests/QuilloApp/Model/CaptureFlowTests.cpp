@@ -179,6 +179,9 @@ TEST_F(CaptureFlowTest, theMenuCapturesWhatWasInFrontWhenItOpened) {
   settle();
   EXPECT_EQ(activity(), "failure: " + message);
   EXPECT_EQ(panel.log.back(), "failure " + message);
+  panel.log.clear();
+  model->captureFrontmostWindowFromMenu();
+  EXPECT_THAT(panel.log, ElementsAre("hide", "failure " + message)) << "the former panel goes, not the new one";
 }
 
 TEST_F(CaptureFlowTest, aNewCaptureTakesTheSelectionOnlyWhenTheEditBeforeItIsSaved) {

@@ -61,8 +61,8 @@ ModelFixture::ModelFixture()
     : screenshot(screenshotOfLetter()), snapshot(makeSnapshot("window 'Letter'\n  button 'Send'")) {
   ContextCaptureOperations operations;
   operations.permissionProvider = [this] { return permissions.granted; };
-  operations.screenshotOperation = [this](WindowCaptureTarget /*target*/) { return screenshot.give(); };
-  operations.accessibilityOperation = [this](WindowCaptureTarget /*target*/) { return snapshot.give(); };
+  operations.screenshotOperation = [this](const WindowCaptureTarget& /*target*/) { return screenshot.give(); };
+  operations.accessibilityOperation = [this](const WindowCaptureTarget& /*target*/) { return snapshot.give(); };
   captureService = std::make_unique<ContextCaptureService>(operations, clock, loop.executor());
   delivery = std::make_unique<PasteDeliveryService>(
       PasteDeliveryService::Collaborators{session, destination, modifiers, sleeping, clock}, loop.executor(),
@@ -90,7 +90,7 @@ ModelFixture::ModelFixture()
 }
 
 ModelFixture::~ModelFixture() {
-  await(outcomeOf(model->shutDown()));
+  await(model->shutDown());
   loop.runReady();
   stuck.runReady();
 }
@@ -132,7 +132,7 @@ void ModelFixture::settle() {
   constexpr int turns = 8;
   for (int turn = 0; turn < turns; ++turn) {
     loop.runReady();
-    await(outcomeOf(repository.list(ListingDetail::withoutContextTexts)));
+    static_cast<void>(await(outcomeOf(repository.list(ListingDetail::withoutContextTexts))));
   }
   loop.runReady();
 }

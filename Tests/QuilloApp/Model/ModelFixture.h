@@ -154,9 +154,11 @@ class CountingUUIDs final : public UUIDGenerating {
 /// The model on a loop and a clock that stand still until a test moves them, with a real library in a directory of its
 /// own.
 class ModelFixture : public testing::Test {
+ public:
+  ~ModelFixture() override;
+
  protected:
   ModelFixture();
-  ~ModelFixture() override;
 
   /// Stores a capture that is so many minutes old, in the state before the model starts or as another process would.
   UUID store(const std::string& title, int minutesAgo = 1, const std::string& windowTitle = "Window");

@@ -8,10 +8,12 @@ namespace quillo::test {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 class TerminationFlowTest : public ModelFixture {
+ public:
+  ~TerminationFlowTest() override { await(delegate.shutDown()); }
+
  protected:
   TerminationFlowTest() : id(store("Title")), delegate(loop.executor()) {
     start();
@@ -20,7 +22,6 @@ class TerminationFlowTest : public ModelFixture {
                                             .quit = [this] { opened.emplace_back("quit"); }});
     select(id);
   }
-  ~TerminationFlowTest() override { await(outcomeOf(delegate.shutDown())); }
 
   void quit() {
     EXPECT_EQ(delegate.applicationShouldTerminate([this](bool may) { answers.push_back(may); }),
@@ -97,7 +98,7 @@ TEST_F(TerminationFlowTest, waitsForACaptureNoLongerThanFiveSecondsAndThenSaves)
   advance(5);
   EXPECT_THAT(answers, ElementsAre(true));
   EXPECT_EQ(storedManifest(id).title, "typed while waiting");
-  await(outcomeOf(model->shutDown()));
+  await(model->shutDown());
   EXPECT_EQ(outsideStore.list().size(), 1U);
 }
 

@@ -15,6 +15,7 @@ class TrashFlowTest : public ModelFixture {
 
   void moveToTrash(const std::vector<int>& which) {
     std::vector<UUID> moved;
+    moved.reserve(which.size());
     for (const int i : which) moved.push_back(ids[i]);
     model->moveArtifactsToTrash(moved);
     EXPECT_TRUE(state().trashIsInProgress);
