@@ -59,6 +59,19 @@ class FakePasteboard final : public Pasteboard {
     co_return ClipboardConditionalWriteResult{Kind::written, count};
   }
 
+  /// At once: the test has replaced them before it waits.
+  Task<> untilReplaced() override {
+    failIfUnreachable();
+    log.emplace_back("untilReplaced");
+    co_return;
+  }
+
+  Task<bool> handOver() override {
+    failIfUnreachable();
+    log.emplace_back("handOver");
+    co_return false;
+  }
+
   PasteboardReading contents;
   std::optional<PasteboardUse> use;  ///< what our contents are for; nothing for those of others
   std::uint64_t count = 1;

@@ -62,6 +62,13 @@ class Pasteboard {
   /// because its caller has to know what became of the clipboard.
   virtual Task<ClipboardConditionalWriteResult> replaceContents(std::vector<PasteboardItem> items, PasteboardUse use,
                                                                 std::optional<std::uint64_t> ifUnchangedSince) = 0;
+
+  /// Waits until what we wrote is no longer what is on the clipboard; not at all when nothing of ours is.
+  virtual Task<> untilReplaced() = 0;
+
+  /// Before the program ends: leaves what it wrote to the desktop's clipboard manager. Returns whether there is one and
+  /// it has taken over; otherwise the contents are lost with the program.
+  virtual Task<bool> handOver() = 0;
 };
 
 }  // namespace quillo
