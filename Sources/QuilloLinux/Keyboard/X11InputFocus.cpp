@@ -3,6 +3,7 @@
 #include <xcb/xcb.h>
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <string>
 #include <vector>
@@ -21,6 +22,13 @@ constexpr std::string_view terminalNames =
 
 std::uint32_t firstWord(const std::vector<std::uint32_t>& words) {
   return words.empty() ? 0 : words[0];
+}
+
+bool tellsActiveWindow(const X11Connection& connection) {
+  constexpr std::array<std::string_view, 1> names = {"_NET_SUPPORTED"};
+  const std::uint32_t property = internAtoms(connection.get(), names).front();
+  const auto supported = X11PropertyRequest(connection, connection.root(), property).words();
+  return std::ranges::count(supported, connection.atom(X11Atom::netActiveWindow)) > 0;
 }
 
 }  // namespace
@@ -49,9 +57,12 @@ std::optional<InputFocus> X11InputFocus::inputFocus() {
       reply->focus == connection.root()) {
     return std::nullopt;
   }
-  // A window manager that keeps the property keeps the focus on a window of its own when no other has it.
-  if (!activeWords.empty() && firstWord(activeWords) == 0) return std::nullopt;
-  const std::uint32_t window = activeWords.empty() ? reply->focus : firstWord(activeWords);
+  std::uint32_t window = firstWord(activeWords);
+  if (window == 0) {
+    // A window manager that tells which window is active keeps the focus on one of its own when none is.
+    if (tellsActiveWindow(connection)) return std::nullopt;
+    window = reply->focus;
+  }
 
   X11ProcessRequest process(connection, window);
   X11PropertyRequest windowClass(connection, window, XCB_ATOM_WM_CLASS);
