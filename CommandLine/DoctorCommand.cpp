@@ -7,21 +7,13 @@
 #include <vector>
 
 #include "Commands.h"
+#include "Findings.h"
 #include "QuilloCore/Capture/WindowScreenshotCaptureError.h"
 #include "QuilloLinux/Accessibility/AtspiRegistry.h"
 #include "QuilloLinux/Accessibility/AtspiStatus.h"
 
 namespace quillo {
 namespace {
-
-/// One thing that the desktop offers or lacks.
-struct Finding {
-  std::string subject;
-  std::string finding;
-  std::string remedy;  ///< empty when nothing is to be done
-
-  bool isGood() const { return remedy.empty(); }
-};
 
 bool isSet(const char* variable) {
   const char* value = std::getenv(variable);
@@ -86,6 +78,8 @@ CommandResult runDoctor(CommandEnvironment& environment) {
   if (findings.back().isGood()) {
     for (Finding& finding : examineApplications(environment)) findings.push_back(std::move(finding));
   }
+
+  for (Finding& finding : examineShortcuts()) findings.push_back(std::move(finding));
 
   CommandResult result;
   std::string report;

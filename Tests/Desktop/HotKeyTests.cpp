@@ -10,6 +10,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <deque>
+#include <filesystem>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -24,12 +25,16 @@
 #include "TestKeyboard.h"
 #include "Tests/Support/FakeRunningApplications.h"
 #include "Tests/Support/HotKeyRegisteringContract.h"
+#include "Tests/Support/TemporaryDirectory.h"
 
 namespace quillo::test {
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 constexpr auto control = QuilloHotKeyModifiers::control;
 constexpr auto option = QuilloHotKeyModifiers::option;
@@ -255,6 +260,28 @@ TEST_F(HotKeys, pairIsReservedWholeOrNotAtAll) {
   EXPECT_EQ(calls.size(), 2U);
   EXPECT_TRUE(OtherProgramsHotKey(capture).isGrabbed());
   EXPECT_TRUE(OtherProgramsHotKey(paste).isGrabbed());
+}
+
+TEST_F(HotKeys, doctorTellsWhichAreTaken) {
+  EXPECT_THAT(
+      runQuillo({"doctor"}).output,
+      AllOf(HasSubstr("ok      Shortcut to capture: ⌃⌥⌘C (Control+Alt+Super+C) is free"),
+            HasSubstr("ok      Shortcut to paste: ⌃⌥⌘V (Control+Alt+Super+V) is free"), Not(HasSubstr("Settings"))));
+  const OtherProgramsHotKey other(paste);
+  const std::string settings = std::string(std::getenv("XDG_CONFIG_HOME")) + "/Quillo/preferences.json";
+  writeFile(std::filesystem::path(settings), R"({"schemaVersion": 1, "values": {
+      "hotKeyConfiguration": {"version": 1, "configuration": {
+        "capture": {"keyCode": 9, "modifiers": 11, "keyLabel": "V"},
+        "paste": {"keyCode": 123, "modifiers": 14, "keyLabel": "←"}}}}})");
+  const FinishedProgram doctor = runQuillo({"doctor"});
+  EXPECT_EQ(doctor.exitStatus, 1);
+  EXPECT_THAT(doctor.output,
+              AllOf(HasSubstr("missing Shortcut to capture: ⌃⌥⌘V (Control+Alt+Super+V) is used by another program\n"),
+                    HasSubstr("ok      Shortcut to paste: ⌥⇧⌘← (Alt+Shift+Super+Left) is free")));
+  ASSERT_EQ(::truncate(settings.c_str(), 30), 0);
+  EXPECT_THAT(runQuillo({"doctor"}).output,
+              AllOf(HasSubstr("missing Settings: The settings in “" + settings + "” are damaged: "),
+                    HasSubstr("ok      Shortcut to capture: ⌃⌥⌘C (Control+Alt+Super+C) is free")));
 }
 
 TEST_F(HotKeys, displayThatGoesAwayIsALoss) {
