@@ -1,0 +1,282 @@
+// Deliveries into real programs, with the display's clipboard: what arrives, and what is on the clipboard afterwards.
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "PasteRecorder.h"
+#include "QuilloCore/Capture/PNGImageEncoder.h"
+#include "QuilloCore/Clipboard/ClipboardPayloadWriter.h"
+#include "QuilloCore/Clipboard/SystemPasteboardSession.h"
+#include "QuilloCore/Concurrency/BlockingLoop.h"
+#include "QuilloCore/Concurrency/SystemMonotonicClock.h"
+#include "QuilloCore/Paste/AccessibilityPasteDestination.h"
+#include "QuilloCore/Paste/PasteDeliveryService.h"
+#include "QuilloCore/Paste/PasteMessages.h"
+#include "QuilloLinux/Accessibility/AtspiFocusedElement.h"
+#include "QuilloLinux/Clipboard/X11Pasteboard.h"
+#include "QuilloLinux/Keyboard/X11InputFocus.h"
+#include "QuilloLinux/Keyboard/X11PasteKeystroke.h"
+#include "QuilloLinux/Keyboard/X11PhysicalModifiers.h"
+#include "RunningProgram.h"
+#include "TestWindow.h"
+
+namespace quillo::test {
+namespace {
+
+const std::string words = "caf\u00E9 \U0001F600 of the capture";
+
+ClipboardPayload makePayload() {
+  BitmapImage image;
+  image.width = 16;
+  image.height = 12;
+  image.pixels.assign(std::size_t{16} * 12 * 4, 0x7F);
+  return {.captureID = {}, .pngData = PNGImageEncoder::encode(image), .plainText = words};
+}
+
+/// Lets something happen just before a step: "write", "restore", "focus?", "paste", counted from 1.
+class Interruptions {
+ public:
+  void before(const std::string& step, std::function<void()> event) { events_[step] = std::move(event); }
+  void pass(const std::string& step) {
+    const auto event = events_.find(step + std::to_string(++counts_[step]));
+    if (event != events_.end()) event->second();
+  }
+
+ private:
+  std::map<std::string, int> counts_;
+  std::map<std::string, std::function<void()>> events_;
+};
+
+class InterruptedSession final : public PasteboardSession {
+ public:
+  InterruptedSession(PasteboardSession& session, Interruptions& interruptions)
+      : session_(session), interruptions_(interruptions) {}
+
+  Task<std::uint64_t> changeCount() override { return session_.changeCount(); }
+  Task<PasteboardSnapshot> captureSnapshot() override { return session_.captureSnapshot(); }
+  Task<ClipboardConditionalWriteResult> write(ClipboardPayload payload, ClipboardComposition composition,
+                                              std::uint64_t ifUnchangedSince) override {
+    interruptions_.pass("write");
+    return session_.write(std::move(payload), composition, ifUnchangedSince);
+  }
+  Task<PasteboardConditionalRestoreResult> restore(PasteboardSnapshot snapshot,
+                                                   std::uint64_t ifUnchangedSince) override {
+    interruptions_.pass("restore");
+    return session_.restore(std::move(snapshot), ifUnchangedSince);
+  }
+
+ private:
+  PasteboardSession& session_;
+  Interruptions& interruptions_;
+};
+
+class InterruptedDestination final : public PasteDestination {
+ public:
+  InterruptedDestination(PasteDestination& destination, Interruptions& interruptions)
+      : destination_(destination), interruptions_(interruptions) {}
+
+  Task<bool> isPermitted(AccessibilityTrustPrompt prompt) override { return destination_.isPermitted(prompt); }
+  Task<std::optional<std::int32_t>> frontmostProcessIdentifier() override {
+    return destination_.frontmostProcessIdentifier();
+  }
+  Task<std::expected<FrozenPasteTarget, PasteTargetFreezeError>> resolveTarget(
+      std::int32_t processIdentifier, AccessibilityTrustPrompt prompt) override {
+    return destination_.resolveTarget(processIdentifier, prompt);
+  }
+  Task<bool> isCurrent(FrozenPasteTarget target) override {
+    interruptions_.pass("focus?");
+    return destination_.isCurrent(std::move(target));
+  }
+  Task<PasteKeystrokeResult> sendPaste(FrozenPasteTarget target) override {
+    interruptions_.pass("paste");
+    return destination_.sendPaste(std::move(target));
+  }
+
+ private:
+  PasteDestination& destination_;
+  Interruptions& interruptions_;
+};
+
+/// The service as the application puts it together.
+struct Delivering {
+  explicit Delivering(const PasteDeliveryService::Configuration& configuration = {})
+      : service({session, destination, modifiers, sleeping, clock}, loop.executor(), configuration) {}
+
+  /// Freezes the field as soon as its program is ready.
+  FrozenPasteTarget await(const PasteRecorder& recorder, PasteField field) {
+    std::optional<FrozenPasteTarget> target;
+    const bool isReady = eventually([&] {
+      target = loop.run([&] { return service.freezeTarget(recorder.pid()); });
+      return target && (field == PasteField::terminal || !target->identity.element.empty());
+    });
+    EXPECT_TRUE(isReady) << nameOf(field);
+    return target.value_or(FrozenPasteTarget{});
+  }
+
+  PasteDeliveryResult deliver(const FrozenPasteTarget& target) {
+    return loop.run([&] { return service.deliver(makePayload(), target, AccessibilityTrustPrompt::silent); });
+  }
+
+  Interruptions interruptions;
+  SystemMonotonicClock clock;
+  BlockingLoop loop;
+  X11InputFocus inputFocus;
+  AtspiFocusedElement focusedElement;
+  X11PasteKeystroke keystroke;
+  X11PhysicalModifiers modifiers;
+  ClockModifierReleaseSleeping sleeping{clock};
+  AccessibilityPasteDestination plainDestination{{inputFocus, focusedElement, keystroke, clock}};
+  InterruptedDestination destination{plainDestination, interruptions};
+  X11Pasteboard pasteboard;
+  ClipboardPayloadWriter writer;
+  SystemPasteboardSession plainSession{pasteboard, writer};
+  InterruptedSession session{plainSession, interruptions};
+  PasteDeliveryService service;
+};
+
+constexpr PasteDeliveryService::Configuration quick = {
+    .clipboardReadinessDelay = 0, .imageIngestionDelay = 0.05, .finalIngestionDelay = 0.05};
+
+/// The clipboard of another program of the user.
+class OtherProgram {
+ public:
+  void copy(const std::vector<PasteboardRepresentation>& representations) {
+    loop_.run([&] {
+      return pasteboard_.replaceContents({PasteboardItem{representations}}, PasteboardUse::restored, std::nullopt);
+    });
+  }
+  PasteboardReading paste() {
+    return loop_.run([&] { return pasteboard_.read(); });
+  }
+
+ private:
+  X11Pasteboard pasteboard_;
+  BlockingLoop loop_;
+};
+
+const std::vector<PasteboardRepresentation> usersContent = {{"text/plain;charset=utf-8", "What the user had copied"},
+                                                            {"text/html", "<b>What the user had copied</b>"},
+                                                            {"application/x-private", std::string(300'000, '\x01')}};
+
+class EveryDestination : public testing::TestWithParam<PasteField> {};
+
+TEST_P(EveryDestination, getsTheScreenshotAndThenTheText) {
+  const PasteField field = GetParam();
+  const PasteRecorder recorder(field);
+  OtherProgram other;
+  other.copy(usersContent);
+  const PasteboardReading before = other.paste();
+  Delivering delivering;
+  const PasteDeliveryResult result = delivering.deliver(delivering.await(recorder, field));
+  EXPECT_EQ(pasteMessage(result), "Screenshot, interface map, and note pasted");
+  EXPECT_EQ(result.clipboardRestoration, PasteClipboardRestoration::restored);
+  // A terminal has no use for a picture.
+  EXPECT_EQ(recorder.recorded(), field == PasteField::terminal ? words : "image 16x12\ntext \"" + words + "\"\n");
+  EXPECT_EQ(other.paste(), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(PasteDelivery, EveryDestination,
+                         testing::Values(PasteField::gtk3Editor, PasteField::gtk4Entry, PasteField::qtEditor,
+                                         PasteField::chromiumTextarea, PasteField::chromiumEditable,
+                                         PasteField::terminal));
+
+TEST(PasteDelivery, aHundredInARowLeaveTheClipboardAsItWas) {
+  constexpr int count = 100;
+  const PasteRecorder recorder(PasteField::qtEditor);
+  OtherProgram other;
+  other.copy(usersContent);
+  const PasteboardReading before = other.paste();
+  Delivering delivering(quick);
+  const FrozenPasteTarget target = delivering.await(recorder, PasteField::qtEditor);
+  std::string expected;
+  std::string text;
+  for (int i = 0; i < count; ++i) {
+    const PasteDeliveryResult result = delivering.deliver(target);
+    ASSERT_EQ(pasteMessage(result), "Screenshot, interface map, and note pasted") << i;
+    ASSERT_EQ(result.clipboardRestoration, PasteClipboardRestoration::restored) << i;
+    text += words;
+    expected += "image 16x12\ntext \"" + text + "\"\n";
+  }
+  EXPECT_EQ(recorder.recorded(), expected);
+  EXPECT_EQ(other.paste(), before);
+}
+
+TEST(PasteDelivery, whateverAnotherProgramCopiesMeanwhileStays) {
+  struct Case {
+    const char* before;
+    const char* message;
+    const char* recorded;  // what has been pasted until then
+  };
+  const std::string all = "image 16x12\ntext \"" + words + "\"\n";
+  for (const auto& [step, message, recorded] :
+       {Case{"write1", "The clipboard changed before Quillo could finish pasting", ""},
+        Case{"focus?3", "The clipboard changed before Quillo could finish pasting", "image 16x12\n"},
+        Case{"write2", "The clipboard changed before Quillo could finish pasting", "image 16x12\n"},
+        Case{"restore1", "Screenshot, interface map, and note pasted", all.c_str()}}) {
+    const PasteRecorder recorder(PasteField::qtEditor);
+    OtherProgram other;
+    other.copy(usersContent);
+    OtherProgram third;
+    Delivering delivering(quick);
+    const FrozenPasteTarget target = delivering.await(recorder, PasteField::qtEditor);
+    delivering.interruptions.before(step, [&] { third.copy({{"text/plain", "newer"}}); });
+    const PasteDeliveryResult result = delivering.deliver(target);
+    EXPECT_EQ(pasteMessage(result), message) << step;
+    EXPECT_EQ(result.clipboardRestoration, PasteClipboardRestoration::skippedBecauseClipboardChanged) << step;
+    EXPECT_EQ(recorder.recorded(), recorded) << step;
+    const PasteboardReading after = other.paste();
+    ASSERT_EQ(after.items.size(), 1U) << step;
+    EXPECT_EQ(after.items[0][0].content.data, "newer") << step;
+  }
+}
+
+TEST(PasteDelivery, whenTheFocusMovesNothingMoreIsPastedAndTheClipboardComesBack) {
+  struct Case {
+    const char* before;
+    const char* recorded;
+  };
+  for (const auto& [step, recorded] :
+       {Case{"focus?1", ""}, Case{"focus?2", ""}, Case{"paste1", ""}, Case{"focus?3", "image 16x12\n"},
+        Case{"focus?4", "image 16x12\n"}, Case{"paste2", "image 16x12\n"}}) {
+    const PasteRecorder recorder(PasteField::qtEditor);
+    OtherProgram other;
+    other.copy(usersContent);
+    const PasteboardReading before = other.paste();
+    Delivering delivering(quick);
+    const FrozenPasteTarget target = delivering.await(recorder, PasteField::qtEditor);
+    std::unique_ptr<TestWindow> window;
+    delivering.interruptions.before(step, [&] {
+      window = std::make_unique<TestWindow>();
+      window->activate();
+      EXPECT_TRUE(eventually([&] { return X11InputFocus().inputFocus()->processIdentifier == ::getpid(); }));
+    });
+    const PasteDeliveryResult result = delivering.deliver(target);
+    EXPECT_EQ(pasteMessage(result), "The destination changed before Quillo could finish pasting") << step;
+    EXPECT_EQ(recorder.recorded(), recorded) << step;
+    EXPECT_EQ(other.paste(), before) << step;
+  }
+}
+
+TEST(PasteDelivery, aKeyThatStaysDownTouchesNothing) {
+  const PasteRecorder recorder(PasteField::qtEditor);
+  OtherProgram other;
+  other.copy(usersContent);
+  Delivering delivering;
+  const FrozenPasteTarget target = delivering.await(recorder, PasteField::qtEditor);
+  const std::uint64_t count = delivering.loop.run([&] { return delivering.session.changeCount(); });
+  runProgram({"xdotool", "keydown", "Super_L"});
+  EXPECT_EQ(pasteMessage(delivering.deliver(target)), "Release the shortcut keys, then try pasting again");
+  runProgram({"xdotool", "keyup", "Super_L"});
+  EXPECT_EQ(recorder.recorded(), "");
+  EXPECT_EQ(delivering.loop.run([&] { return delivering.session.changeCount(); }), count);
+}
+
+}  // namespace
+}  // namespace quillo::test
