@@ -159,9 +159,9 @@ std::vector<AtspiFocusCandidate> AtspiFocusSearch::searchTree(const std::vector<
 
 std::expected<AtspiFocusCandidate, FocusedElementAbsence> AtspiFocusSearch::find(std::int32_t processIdentifier) {
   const std::vector<AtspiObject> roots = rootsOfProcess(bus_, control_, processIdentifier);
+  // A window that is too large to be searched in time has a focus, but none that we know of.
   const auto absence = [&] {
-    return std::unexpected(hasTimedOut_ || control_.stopReason() ? FocusedElementAbsence::noAnswer
-                                                                 : FocusedElementAbsence::notExposed);
+    return std::unexpected(hasTimedOut_ ? FocusedElementAbsence::noAnswer : FocusedElementAbsence::notExposed);
   };
   if (roots.empty()) return absence();
   // One toolkit does not always tell which of its windows is the active one.
