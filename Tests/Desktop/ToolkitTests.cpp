@@ -82,6 +82,7 @@ const std::string page = R"(<!doctype html><title>Local page</title>
 lines</textarea><button>Send it</button></form>
 <div style="display:none">never shown</div><div hidden>nor this</div>
 <iframe srcdoc="<p>Words in a frame</p>"></iframe>
+<label>Colour <select><option>Red<option selected>Green</select></label>
 <div id=host></div><script>
 host.attachShadow({mode:'open'}).innerHTML='<p>Words in the shadow</p>'</script>)";
 
@@ -106,6 +107,9 @@ TEST(Toolkits, chromiumPageIsReadWithFramesShadowsAndForms) {
   EXPECT_EQ(*heading->attribute("AXHeadingLevel"), AccessibilityAttributeValue(std::int64_t{1}));
   EXPECT_NE(findNode(snapshot, "AXWebArea", "Local page"), nullptr);
   EXPECT_NE(findNode(snapshot, "AXRow"), nullptr);
+  const AccessibilityNode* select = findNode(snapshot, "AXPopUpButton", "Colour");
+  ASSERT_NE(select, nullptr);
+  EXPECT_EQ(textAttribute(*select, "AXValue"), "Green");
   const AccessibilityNode* checkbox = findNode(snapshot, "AXCheckBox", "Remember");
   ASSERT_NE(checkbox, nullptr);
   EXPECT_EQ(*checkbox->attribute("AXValue"), AccessibilityAttributeValue(std::int64_t{1}));

@@ -64,7 +64,9 @@ void AtspiApplication::readWindows() {
 void AtspiApplication::prepareTree() {
   if (isTreePrepared_) return;
   isTreePrepared_ = true;
-  if (reader_.toolkit() == AtspiToolkit::chromium) awaitTree();
+  if (reader_.toolkit() != AtspiToolkit::chromium) return;
+  awaitTree();
+  fetchBulk();
 }
 
 std::size_t AtspiApplication::sampleTree() {
@@ -92,6 +94,22 @@ std::size_t AtspiApplication::sampleTree() {
   return childCount;
 }
 
+void AtspiApplication::fetchBulk() {
+  using namespace std::chrono_literals;
+  constexpr std::size_t worthFetching = 250;
+  constexpr int maximumAttempts = 8;
+  constexpr auto pause = 15ms;
+  if (sampledChildCount_ < worthFetching) return;
+  // The cache is filled once, when the first listener comes; so not before the page is there.
+  const std::string busName = objects_[roots_.front()].busName;
+  listening_.emplace(bus_, busName);
+  for (int attempt = 0; attempt < maximumAttempts && !control_.stopReason(); ++attempt) {
+    AtspiBulkRecords records = readBulkCache(bus_, busName, objects_, control_);
+    if (!records.empty()) return reader_.useBulk(std::move(records));
+    std::this_thread::sleep_for(pause);
+  }
+}
+
 bool AtspiApplication::hasPageWithElements() const {
   return std::ranges::any_of(documents_, [&](std::uint64_t document) {
     const AtspiNodeRecord* record = reader_.knownRecord(document);
@@ -112,6 +130,7 @@ void AtspiApplication::awaitTree() {
   int steadyReadings = 0;
   while (!control_.stopReason()) {
     const std::size_t current = sampleTree();
+    sampledChildCount_ = current;
     isTreeBuilt_ = hasPageWithElements();
     steadyReadings = current == previous ? steadyReadings + 1 : 0;
     previous = current;

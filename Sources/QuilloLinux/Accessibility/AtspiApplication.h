@@ -7,6 +7,7 @@
 
 #include "QuilloCore/Capture/AccessibilityCaptureControl.h"
 #include "QuilloCore/Support/Geometry.h"
+#include "QuilloLinux/Accessibility/AtspiBulkCache.h"
 #include "QuilloLinux/Accessibility/AtspiBus.h"
 #include "QuilloLinux/Accessibility/AtspiNodeReader.h"
 #include "QuilloLinux/Accessibility/AtspiObject.h"
@@ -28,11 +29,12 @@ class AtspiApplication {
   std::optional<std::uint64_t> focusedWindow() const;
 
   /// To be called before more than the windows is read. Where a toolkit builds its tree only on demand, waits once
-  /// until it has done so: at most 1.5 seconds, or 3 when its page has no element at all until then.
+  /// until it has done so: at most 1.5 seconds, or 3 when its page has no element at all until then. Then what its
+  /// cache holds is fetched in one call.
   void prepareTree();
 
-  /// False when `prepareTree` waited in vain for the first element of a page.
-  bool isTreeBuilt() const { return isTreeBuilt_; }
+  /// False when `prepareTree` waited in vain for the first element of a page, and none has come since.
+  bool isTreeBuilt() const { return isTreeBuilt_ || hasPageWithElements(); }
 
   /// The element that has the focus inside the focused window. Reads the whole window where the toolkit cannot be
   /// asked.
@@ -42,6 +44,7 @@ class AtspiApplication {
   void identifyToolkit();
   void readWindows();
   void awaitTree();
+  void fetchBulk();
   std::size_t sampleTree();
   bool hasPageWithElements() const;
   std::optional<std::vector<std::uint64_t>> matchFocused(std::uint64_t window);
@@ -54,6 +57,8 @@ class AtspiApplication {
   std::vector<std::uint64_t> roots_;
   std::vector<std::uint64_t> windows_;
   std::vector<std::uint64_t> documents_;  // the pages seen while waiting for the tree
+  std::optional<AtspiEventListening> listening_;
+  std::size_t sampledChildCount_ = 0;  // of the upper elements, when they were looked at last
   bool isTreePrepared_ = false;
   bool isTreeBuilt_ = true;
 };

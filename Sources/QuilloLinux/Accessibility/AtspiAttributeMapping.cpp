@@ -142,6 +142,8 @@ class ElementMapper {
       add("AXNumberOfCharacters", numberOfCharacters(text));
       element_.fullText = text.text.text;
     }
+    // Of a closed list of options the text is but a mark that stands for its menu.
+    if (record_.choice) return;
     if (!text.text.text.empty() && role_ != "AXIncrementor") add("AXValue", text.text.text);
     addSelection(text, isEditor || isField);
   }
@@ -184,6 +186,7 @@ class ElementMapper {
       case Role::checkMenuItem:
       case Role::radioMenuItem: add("AXChecked", toggleValue()); break;
       default:
+        if (record_.choice) addText("AXValue", *record_.choice);
         if ((record_.is(AtspiState::checkable) || record_.isToggle) && !isPassword()) add("AXChecked", toggleValue());
         if (record_.value) add("AXValue", *record_.value);
     }

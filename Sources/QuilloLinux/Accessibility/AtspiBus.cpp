@@ -40,6 +40,9 @@ struct AppendArguments {
                                  static_cast<std::int32_t>(bits >> 32U), matchAll, 0, matchAll, 0, matchAll, 0,
                                  matchAll, 0, canonicalOrder, rule.maximumCount, 1);
   }
+  int operator()(const AtspiEventRequest& request) const {
+    return sd_bus_message_append(message, "sass", request.event.c_str(), 0, request.busName.c_str());
+  }
 };
 
 }  // namespace
@@ -90,6 +93,24 @@ void AtspiBus::queue(AtspiCall call) {
   queued_.push_back(std::move(call));
 }
 
+/// Null when the bus is lost or the arguments do not fit.
+sd_bus_message* AtspiBus::makeMessage(const AtspiCall& call) {
+  if (isLost_) return nullptr;
+  sd_bus_message* message = nullptr;
+  int result = sd_bus_message_new_method_call(bus_, &message, call.object.busName.c_str(), call.object.path.c_str(),
+                                              call.interface, call.member);
+  if (result >= 0) result = std::visit(AppendArguments{message}, call.arguments);
+  return result >= 0 ? message : sd_bus_message_unref(message);
+}
+
+void AtspiBus::tell(AtspiCall call) {
+  sd_bus_message* message = makeMessage(call);
+  if (message == nullptr) return;
+  sd_bus_message_set_expect_reply(message, 0);
+  sd_bus_send(bus_, message, nullptr);
+  sd_bus_message_unref(message);
+}
+
 void AtspiBus::send(AtspiCall call) {
   if (idleFlights_.empty()) {
     flights_.push_back(std::make_unique<Flight>());
@@ -101,11 +122,8 @@ void AtspiBus::send(AtspiCall call) {
   flight.onReply = std::move(call.onReply);
   ++inFlight_;
 
-  sd_bus_message* message = nullptr;
-  int result = isLost_ ? -1
-                       : sd_bus_message_new_method_call(bus_, &message, call.object.busName.c_str(),
-                                                        call.object.path.c_str(), call.interface, call.member);
-  if (result >= 0) result = std::visit(AppendArguments{message}, call.arguments);
+  sd_bus_message* message = makeMessage(call);
+  int result = message == nullptr ? -1 : 0;
   if (result >= 0) {
     result = sd_bus_call_async(
         bus_, &flight.slot, message,

@@ -16,6 +16,7 @@
 #include "QuilloLinux/Accessibility/AtspiStatistics.h"
 
 struct sd_bus;
+struct sd_bus_message;
 
 namespace quillo {
 
@@ -25,11 +26,17 @@ struct AtspiStateRule {
   std::int32_t maximumCount;
 };
 
+/// The arguments of Registry.RegisterEvent: an event and the application whose events are meant.
+struct AtspiEventRequest {
+  std::string event;
+  std::string busName;
+};
+
 /// The arguments of a call: none, a coordinate type or a number, two numbers, an offset and a granularity, two texts
 /// (of Properties.Get), or a rule.
 using AtspiArguments = std::variant<std::monostate, std::uint32_t, std::int32_t, std::pair<std::int32_t, std::int32_t>,
                                     std::pair<std::int32_t, std::uint32_t>, std::pair<const char*, const char*>,
-                                    std::string, AtspiStateRule>;
+                                    std::string, AtspiStateRule, AtspiEventRequest>;
 
 struct AtspiCall {
   AtspiObject object;
@@ -57,6 +64,9 @@ class AtspiBus {
   /// Seconds that each later call may take.
   void setTimeout(double seconds);
 
+  /// Sends a call whose answer does not matter.
+  void tell(AtspiCall call);
+
   /// Queues a call. Its reply handler runs inside `drain` and may queue more.
   void queue(AtspiCall call);
 
@@ -79,6 +89,7 @@ class AtspiBus {
  private:
   struct Flight;
   explicit AtspiBus(sd_bus* bus);
+  sd_bus_message* makeMessage(const AtspiCall& call);
   void send(AtspiCall call);
   void land(Flight& flight, const AtspiReply& reply);
   void failAll();

@@ -58,6 +58,7 @@ struct AtspiNodeReader::Reading {
   AtspiObject object;
   AtspiNodeRecord record;
   std::optional<std::string> shownCharacter;  // the first one on the screen, where the text may be concealed
+  bool areChildrenKnown = false;
   std::size_t openCalls = 0;
   void (AtspiNodeReader::*next)(const std::shared_ptr<Reading>&) = nullptr;  // when no call is open any more
 };
@@ -81,12 +82,29 @@ void AtspiNodeReader::start(std::uint64_t token) {
   auto reading = std::make_shared<Reading>();
   reading->token = token;
   reading->object = objects_[token];
+  if (startFromBulk(reading)) return;
   readRole(reading);
   if (toolkit_ == AtspiToolkit::chromium) {
     reading->next = &AtspiNodeReader::readLeafOrBase;
   } else {
     readBase(reading);
   }
+}
+
+bool AtspiNodeReader::startFromBulk(const std::shared_ptr<Reading>& reading) {
+  auto found = bulk_.extract(reading->token);
+  if (found.empty()) return false;
+  reading->record = std::move(found.mapped().record);
+  reading->record.interfaces = shortInterfaceNames(std::move(reading->record.interfaces));
+  reading->areChildrenKnown = found.mapped().areChildrenKnown;
+  if (toolkit_ == AtspiToolkit::chromium && reading->record.role == AtspiRole::staticText) {
+    reading->next = &AtspiNodeReader::finish;
+    readExtents(reading);
+  } else {
+    reading->next = &AtspiNodeReader::readByRole;
+    readAttributes(reading);
+  }
+  return true;
 }
 
 void AtspiNodeReader::readRole(const std::shared_ptr<Reading>& reading) {
@@ -108,12 +126,17 @@ void AtspiNodeReader::readBase(const std::shared_ptr<Reading>& reading) {
     noteLoss(record, reply);
     record.interfaces = shortInterfaceNames(reply.texts().value_or(std::vector<std::string>{}));
   });
+  readAttributes(reading);
+  get(reading, accessible, "Description",
+      [&record](const AtspiReply& reply) { record.description = reply.text().value_or(""); });
+}
+
+void AtspiNodeReader::readAttributes(const std::shared_ptr<Reading>& reading) {
+  AtspiNodeRecord& record = reading->record;
   ask(reading, accessible, "GetAttributes", {}, [&record](const AtspiReply& reply) {
     noteLoss(record, reply);
     record.attributes = reply.attributes().value_or(std::vector<std::pair<std::string, std::string>>{});
   });
-  get(reading, accessible, "Description",
-      [&record](const AtspiReply& reply) { record.description = reply.text().value_or(""); });
 }
 
 void AtspiNodeReader::readState(const std::shared_ptr<Reading>& reading) {
@@ -171,13 +194,15 @@ void AtspiNodeReader::readLeafOrBase(const std::shared_ptr<Reading>& reading) {
 }
 
 void AtspiNodeReader::readByRole(const std::shared_ptr<Reading>& reading) {
-  reading->next = &AtspiNodeReader::readShownCharacter;
+  reading->next = &AtspiNodeReader::readChoice;
   AtspiNodeRecord& record = reading->record;
   if (record.error != AccessibilityErrorCode::success) return finish(reading);
   const AtspiRole role = record.role;
 
   // A spreadsheet would make an object of each of its cells, millions of them, and choke on it.
-  if (record.is(AtspiState::managesDescendants) && isTable(role)) {
+  if (reading->areChildrenKnown) {
+    // The application's cache has told them.
+  } else if (record.is(AtspiState::managesDescendants) && isTable(role)) {
     readCountedChildren(reading);
   } else {
     readChildren(reading);
@@ -212,17 +237,37 @@ void AtspiNodeReader::readByRole(const std::shared_ptr<Reading>& reading) {
   if (isLabelledApart(role) && (record.name.empty() || !trustsName || toolkit_ == AtspiToolkit::gtk4)) {
     ask(reading, accessible, "GetRelationSet", {}, [this, reading](const AtspiReply& reply) {
       const auto labels = reply.relationTargets(labelledByRelation);
-      if (!labels || labels->empty() || labels->front().isNull()) return;
-      ++reading->openCalls;
-      bus_.queue(makeGetCall(labels->front(), accessible, "Name", [this, reading](const AtspiReply& name) {
-        reading->record.labelledBy = name.text();
-        if (--reading->openCalls == 0) (this->*reading->next)(reading);
-      }));
+      if (labels && !labels->empty()) readNameOf(labels->front(), reading, &AtspiNodeRecord::labelledBy);
     });
   }
   // Of an unknown toolkit's password field the name may be the secret itself.
   if (!trustsName) record.name.clear();
-  if (reading->openCalls == 0) readShownCharacter(reading);
+  if (reading->openCalls == 0) readChoice(reading);
+}
+
+void AtspiNodeReader::readNameOf(const AtspiObject& other, const std::shared_ptr<Reading>& reading,
+                                 std::optional<std::string> AtspiNodeRecord::* member) {
+  if (other.isNull()) return;
+  ++reading->openCalls;
+  bus_.queue(makeGetCall(other, accessible, "Name", [this, reading, member](const AtspiReply& name) {
+    reading->record.*member = name.text();
+    if (--reading->openCalls == 0) (this->*reading->next)(reading);
+  }));
+}
+
+void AtspiNodeReader::readChoice(const std::shared_ptr<Reading>& reading) {
+  reading->next = &AtspiNodeReader::readShownCharacter;
+  const AtspiNodeRecord& record = reading->record;
+  const bool isWeb = toolkit_ == AtspiToolkit::chromium || toolkit_ == AtspiToolkit::gecko;
+  if (record.role != AtspiRole::comboBox || !isWeb || record.children.empty()) return readShownCharacter(reading);
+  // A closed list of options keeps them in a menu that is hidden, and the menu knows which one is shown.
+  const AtspiObject& menu = objects_[record.children.front()];
+  ++reading->openCalls;
+  bus_.queue(
+      {menu, "org.a11y.atspi.Selection", "GetSelectedChild", std::int32_t{0}, [this, reading](const AtspiReply& reply) {
+         if (const auto option = reply.object()) readNameOf(*option, reading, &AtspiNodeRecord::choice);
+         if (--reading->openCalls == 0) (this->*reading->next)(reading);
+       }});
 }
 
 void AtspiNodeReader::readCell(const std::shared_ptr<Reading>& reading) {

@@ -9,6 +9,7 @@
 #include <unordered_map>
 
 #include "QuilloCore/Capture/AccessibilityCaptureControl.h"
+#include "QuilloLinux/Accessibility/AtspiBulkCache.h"
 #include "QuilloLinux/Accessibility/AtspiBus.h"
 #include "QuilloLinux/Accessibility/AtspiNodeRecord.h"
 #include "QuilloLinux/Accessibility/AtspiObject.h"
@@ -32,6 +33,10 @@ class AtspiNodeReader {
   void setToolkit(AtspiToolkit toolkit) { toolkit_ = toolkit; }
   AtspiToolkit toolkit() const { return toolkit_; }
 
+  /// What an application's cache has told need not be asked again: only what it does not hold is read, and the children
+  /// where they are not known.
+  void useBulk(AtspiBulkRecords records) { bulk_ = std::move(records); }
+
   /// The record of one object, read now if it was not yet. Never null; a record whose error is set holds nothing.
   const AtspiNodeRecord& record(std::uint64_t token);
 
@@ -51,6 +56,7 @@ class AtspiNodeReader {
   /// Forgets what was read, so that it is read anew.
   void forget() {
     records_.clear();
+    bulk_.clear();
     textBudget_ = maximumTotalTextLength;
   }
 
@@ -59,6 +65,8 @@ class AtspiNodeReader {
 
   bool isWorthFollowing(const AtspiNodeRecord& record) const;
   void start(std::uint64_t token);
+  bool startFromBulk(const std::shared_ptr<Reading>& reading);
+  void readAttributes(const std::shared_ptr<Reading>& reading);
   void readRole(const std::shared_ptr<Reading>& reading);
   void readLeafOrBase(const std::shared_ptr<Reading>& reading);
   void readBase(const std::shared_ptr<Reading>& reading);
@@ -68,6 +76,9 @@ class AtspiNodeReader {
   void readExtents(const std::shared_ptr<Reading>& reading);
   void readByRole(const std::shared_ptr<Reading>& reading);
   void readCell(const std::shared_ptr<Reading>& reading);
+  void readNameOf(const AtspiObject& other, const std::shared_ptr<Reading>& reading,
+                  std::optional<std::string> AtspiNodeRecord::* member);
+  void readChoice(const std::shared_ptr<Reading>& reading);
   void readActions(const std::shared_ptr<Reading>& reading);
   void readShownCharacter(const std::shared_ptr<Reading>& reading);
   void readText(const std::shared_ptr<Reading>& reading);
@@ -84,6 +95,7 @@ class AtspiNodeReader {
   const AccessibilityCaptureControl& control_;
   AtspiToolkit toolkit_ = AtspiToolkit::other;
   std::unordered_map<std::uint64_t, AtspiNodeRecord> records_;
+  AtspiBulkRecords bulk_;  // what is not read yet
   std::int64_t textBudget_ = maximumTotalTextLength;
   std::function<void(std::uint64_t)> onRead_;  // while a tree is read: what to do with a new record
 };

@@ -40,6 +40,7 @@ struct AtspiNodeRecord {
   std::vector<std::string> actions;
   std::optional<double> value;
   std::optional<std::string> labelledBy;  ///< the name of the first object that labels this one
+  std::optional<std::string> choice;      ///< the name of the option that a closed list of options shows
   std::optional<std::string> uri;         ///< of a link
   std::vector<std::pair<std::string, std::string>> documentAttributes;
   std::optional<std::int32_t> tableRow;  ///< of a cell, from 0

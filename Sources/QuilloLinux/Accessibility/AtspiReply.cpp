@@ -155,4 +155,50 @@ std::optional<std::vector<AtspiObject>> AtspiReply::relationTargets(std::uint32_
   return targets;
 }
 
+std::optional<AtspiCacheItem> AtspiReply::cacheItem(bool namesChildren) const {
+  AtspiCacheItem item;
+  auto object = readObject(message_);
+  const auto application = readObject(message_);
+  auto parent = readObject(message_);
+  if (!object || !application || !parent) return std::nullopt;
+  item.object = std::move(*object);
+  item.parent = std::move(*parent);
+  if (namesChildren) {
+    item.children = objects();
+    if (!item.children || sd_bus_message_exit_container(message_) < 0) return std::nullopt;
+  } else if (sd_bus_message_read(message_, "ii", &item.index, &item.childCount) <= 0) {
+    return std::nullopt;
+  }
+  auto interfaces = texts();
+  if (!interfaces || sd_bus_message_exit_container(message_) < 0) return std::nullopt;
+  item.interfaces = std::move(*interfaces);
+  const char* name = nullptr;
+  const char* description = nullptr;
+  if (sd_bus_message_read(message_, "sus", &name, &item.role, &description) <= 0) return std::nullopt;
+  item.name = checkedText(name);
+  item.description = checkedText(description);
+  const auto set = states();
+  if (!set || sd_bus_message_exit_container(message_) < 0) return std::nullopt;
+  item.states = *set;
+  return item;
+}
+
+std::optional<std::vector<AtspiCacheItem>> AtspiReply::cacheItems(std::size_t maximumCount) const {
+  if (message_ == nullptr) return std::nullopt;
+  constexpr const char* countingForm = "((so)(so)(so)iiassusau)";
+  constexpr const char* namingForm = "((so)(so)(so)a(so)assusau)";
+  const bool namesChildren = sd_bus_message_has_signature(message_, "a((so)(so)(so)a(so)assusau)") > 0;
+  const char* form = namesChildren ? namingForm : countingForm;
+  if (sd_bus_message_enter_container(message_, SD_BUS_TYPE_ARRAY, form) <= 0) return std::nullopt;
+  const std::string members(form + 1, std::char_traits<char>::length(form) - 2);
+  std::vector<AtspiCacheItem> items;
+  while (sd_bus_message_enter_container(message_, SD_BUS_TYPE_STRUCT, members.c_str()) > 0) {
+    auto item = cacheItem(namesChildren);
+    if (!item || items.size() == maximumCount) return std::nullopt;
+    items.push_back(std::move(*item));
+    sd_bus_message_exit_container(message_);
+  }
+  return items;
+}
+
 }  // namespace quillo

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -8,6 +9,7 @@
 
 #include "QuilloCore/Capture/AccessibilityErrorCode.h"
 #include "QuilloCore/Support/Geometry.h"
+#include "QuilloLinux/Accessibility/AtspiCacheItem.h"
 #include "QuilloLinux/Accessibility/AtspiObject.h"
 
 struct sd_bus_message;
@@ -43,7 +45,11 @@ class AtspiReply {
   /// The objects of the relation of that kind.
   std::optional<std::vector<AtspiObject>> relationTargets(std::uint32_t relation) const;
 
+  /// The items of an application's cache; nothing when there are more than `maximumCount`.
+  std::optional<std::vector<AtspiCacheItem>> cacheItems(std::size_t maximumCount) const;
+
  private:
+  std::optional<AtspiCacheItem> cacheItem(bool namesChildren) const;
   bool enterVariant(const char* contents) const;
   template <class T>
   std::optional<T> basic(char type) const;
