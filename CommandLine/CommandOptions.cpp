@@ -4,6 +4,8 @@
 
 #include <memory>
 #include <sstream>
+#include <string>
+#include <vector>
 
 #include "QuilloCore/Support/Utf8.h"
 
@@ -37,6 +39,24 @@ void addEvidence(CLI::App* evidence, const char* name, const char* description, 
   subcommand->add_option("file", options->input, "The file; standard input by default")->type_name("FILE");
 }
 
+void addCopy(CLI::App& app, ParsedCommandLine& parsed) {
+  auto* copy = app.add_subcommand("copy", "Puts an artifact on the clipboard and stays until another program owns it");
+  copy->footer(
+      "What is on the clipboard lasts only as long as the program that put it there, so this one\n"
+      "stays. Control-C ends it; a clipboard manager, where one runs, then keeps the contents.\n"
+      "With --background the command returns as soon as the artifact is on the clipboard, and a\n"
+      "process in the background stays.");
+  const auto options = yields<CopyOptions>(copy, parsed);
+  addArtifact(copy, options->artifact);
+  const auto choose = [options](const std::string& name) { options->composition = *clipboardComposition(name); };
+  copy->add_option_function<std::string>("--composition", choose, "What is written, and as how many items")
+      ->check(
+          CLI::IsMember(std::vector<std::string>(clipboardCompositionNames.begin(), clipboardCompositionNames.end())))
+      ->type_name("NAME")
+      ->default_str(std::string(rawValue(options->composition)));
+  copy->add_flag("--background", options->runsInBackground, "Return at once and stay in the background");
+}
+
 void addLibraryCommands(CLI::App& app, ParsedCommandLine& parsed) {
   auto* list = app.add_subcommand("list", "Lists the library, newest first");
   list->add_flag("--json", yields<ListOptions>(list, parsed)->printsJson, "Print the manifests");
@@ -48,6 +68,8 @@ void addLibraryCommands(CLI::App& app, ParsedCommandLine& parsed) {
 
   auto* text = app.add_subcommand("text", "Prints the text that is pasted for an artifact");
   addArtifact(text, yields<TextOptions>(text, parsed)->artifact);
+
+  addCopy(app, parsed);
 
   auto* edit = app.add_subcommand("edit", "Changes the title, the note or both");
   const auto editOptions = yields<EditOptions>(edit, parsed);

@@ -6,6 +6,8 @@
 #include <variant>
 #include <vector>
 
+#include "QuilloCore/Clipboard/ClipboardComposition.h"
+
 namespace quillo {
 
 struct SnapshotOptions {
@@ -43,6 +45,12 @@ struct TextOptions {
   std::string artifact;
 };
 
+struct CopyOptions {
+  std::string artifact;
+  ClipboardComposition composition = ClipboardComposition::singleItem;
+  bool runsInBackground = false;
+};
+
 struct EditOptions {
   std::string artifact;
   std::optional<std::string> title;
@@ -67,7 +75,7 @@ struct EvidenceOptions {
 /// What one call of the program is asked to do.
 using CommandOptions =
     std::variant<SnapshotOptions, CaptureOptions, ObserveOptions, RenderOptions, DoctorOptions, ListOptions,
-                 ShowOptions, TextOptions, EditOptions, TrashOptions, CheckOptions, EvidenceOptions>;
+                 ShowOptions, TextOptions, CopyOptions, EditOptions, TrashOptions, CheckOptions, EvidenceOptions>;
 
 /// What the parser made of the command line: something to do, or a text to print and the status to end with (help, the
 /// version, a mistake).

@@ -9,10 +9,13 @@
 #include "QuilloCore/Capture/RunningApplicationsProviding.h"
 #include "QuilloCore/Capture/WindowImageCapturing.h"
 #include "QuilloCore/Capture/WindowListProviding.h"
+#include "QuilloCore/Clipboard/Pasteboard.h"
 #include "QuilloCore/Support/Clocks.h"
 #include "QuilloCore/Support/UUID.h"
 
 namespace quillo {
+
+class BackgroundProcess;
 
 /// The platform as the commands see it; `main` alone knows which adapters stand behind it.
 struct CommandEnvironment {
@@ -22,6 +25,7 @@ struct CommandEnvironment {
   std::shared_ptr<WindowImageCapturing> windowImages;
   WallClock& wallClock;
   UUIDGenerating& identifiers;
+  Pasteboard& pasteboard;
 };
 
 /// Each command throws the typed error of what failed.
@@ -34,6 +38,9 @@ CommandResult runEvidence(const EvidenceOptions& options);
 
 CommandResult runList(const ListOptions& options, CommandLibrary& library);
 CommandResult runShow(const ShowOptions& options, CommandLibrary& library);
+/// Stays until another program owns the clipboard; where there is a background process, only that stays.
+CommandResult runCopy(const CopyOptions& options, Pasteboard& pasteboard, CommandLibrary& library,
+                      BackgroundProcess* background);
 CommandResult runText(const TextOptions& options, CommandLibrary& library);
 CommandResult runEdit(const EditOptions& options, CommandLibrary& library, WallClock& clock);
 /// Prints each new place at once, and each failure.

@@ -79,6 +79,7 @@ CommandResult runDoctor(CommandEnvironment& environment) {
     for (Finding& finding : examineApplications(environment)) findings.push_back(std::move(finding));
   }
 
+  for (Finding& finding : examineClipboard()) findings.push_back(std::move(finding));
   for (Finding& finding : examineShortcuts()) findings.push_back(std::move(finding));
 
   CommandResult result;

@@ -17,4 +17,7 @@ struct Finding {
 /// Whether the settings can be read, and whether the two shortcuts in them can be reserved. Reserves each for a moment.
 std::vector<Finding> examineShortcuts();
 
+/// Whether the clipboard answers, and who else takes what is on it.
+std::vector<Finding> examineClipboard();
+
 }  // namespace quillo

@@ -6,6 +6,7 @@
 #include <string>
 #include <variant>
 
+#include "BackgroundProcess.h"
 #include "CommandLibrary.h"
 #include "CommandOptions.h"
 #include "CommandResult.h"
@@ -14,6 +15,7 @@
 #include "QuilloCore/Concurrency/OperationCancelled.h"
 #include "QuilloCore/Support/UUID.h"
 #include "QuilloLinux/Accessibility/AtspiAccessibilityInterface.h"
+#include "QuilloLinux/Clipboard/X11Pasteboard.h"
 #include "QuilloLinux/Desktop/DesktopEntries.h"
 #include "QuilloLinux/Desktop/GioTrash.h"
 #include "QuilloLinux/Windows/X11RunningApplications.h"
@@ -61,6 +63,10 @@ class RunCommand {
   CommandResult operator()(const TextOptions& options) const {
     return onLibrary([&](CommandLibrary& library) { return runText(options, library); });
   }
+  CommandResult operator()(const CopyOptions& options) const {
+    if (!options.runsInBackground) return copy(options, nullptr);
+    return BackgroundProcess::run([&](BackgroundProcess& background) { return copy(options, &background); });
+  }
   CommandResult operator()(const EditOptions& options) const {
     return onLibrary([&](CommandLibrary& library) { return runEdit(options, library, environment_.wallClock); });
   }
@@ -72,6 +78,11 @@ class RunCommand {
   }
 
  private:
+  CommandResult copy(const CopyOptions& options, BackgroundProcess* background) const {
+    return onLibrary(
+        [&](CommandLibrary& library) { return runCopy(options, environment_.pasteboard, library, background); });
+  }
+
   CommandResult onLibrary(const std::function<CommandResult(CommandLibrary&)>& command) const {
     return withLibrary(libraryDirectory_, environment_.wallClock, command);
   }
@@ -86,8 +97,9 @@ int run(const CommandOptions& command, const std::optional<std::string>& library
   X11RunningApplications applications(identityOf);
   SystemWallClock wallClock;
   RandomUUIDGenerator identifiers;
-  CommandEnvironment environment{accessibility, windowList, applications, std::make_shared<X11WindowImage>(identityOf),
-                                 wallClock,     identifiers};
+  X11Pasteboard pasteboard;
+  CommandEnvironment environment{accessibility, windowList,  applications, std::make_shared<X11WindowImage>(identityOf),
+                                 wallClock,     identifiers, pasteboard};
   try {
     const CommandResult result = std::visit(RunCommand(environment, libraryDirectory), command);
     if (result.output) printOutput(*result.output + "\n");
