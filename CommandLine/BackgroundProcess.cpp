@@ -66,6 +66,7 @@ void BackgroundProcess::release(const CommandResult& result) {
   [[maybe_unused]] const int changed = chdir("/");  // holds up no unmounting
   [[maybe_unused]] const auto written = write(pipe_, &result.exitStatus, sizeof(result.exitStatus));
   close(pipe_);
+  pipe_ = -1;
 }
 
 }  // namespace quillo

@@ -247,6 +247,39 @@ std::vector<std::string> ClipboardRequestor::targets() {
   return names;
 }
 
+SavingManager::SavingManager() {
+  connection_.own("CLIPBOARD_MANAGER");
+  thread_ = std::thread([this] { save(); });
+}
+
+SavingManager::~SavingManager() {
+  thread_.join();
+}
+
+void SavingManager::save() {
+  const Event event = awaitEvent(connection_.get(), [](const auto& e) { return kindOf(e) == XCB_SELECTION_REQUEST; });
+  const auto& request = reinterpret_cast<const xcb_selection_request_event_t&>(*event);
+  if (nameOf(connection_.get(), request.target) != "SAVE_TARGETS") throw std::runtime_error("not asked to save");
+  ClipboardRequestor requestor;
+  std::vector<std::string> types = requestor.targets();
+  types.erase(types.begin(), types.begin() + 3);  // what every owner has
+  const auto received = requestor.askSeveral(types);
+  ClipboardPeer::Answers answers;
+  for (std::size_t i = 0; i < types.size(); ++i) {
+    answers.emplace_back(types[i], OwnerAnswer{.data = received[i]->data, .type = received[i]->type});
+  }
+  saved_ = std::make_unique<ClipboardPeer>(std::move(answers));
+  xcb_selection_notify_event_t notice{};
+  notice.response_type = XCB_SELECTION_NOTIFY;
+  notice.time = request.time;
+  notice.requestor = request.requestor;
+  notice.selection = request.selection;
+  notice.target = request.target;
+  notice.property = request.property;
+  xcb_send_event(connection_.get(), 0, request.requestor, 0, reinterpret_cast<const char*>(&notice));
+  xcb_flush(connection_.get());
+}
+
 void ClipboardRequestor::beginAndStall(const std::string& target) {
   xcb_convert_selection(connection_.get(), connection_.window(), connection_.atom("CLIPBOARD"),
                         connection_.atom(target), connection_.atom("TEST_ARRIVAL"), XCB_CURRENT_TIME);

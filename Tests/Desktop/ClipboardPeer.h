@@ -112,4 +112,20 @@ class ClipboardRequestor {
   SelectionConnection connection_;
 };
 
+/// A clipboard manager that takes over all that it is asked to save, once.
+class SavingManager {
+ public:
+  SavingManager();
+  SavingManager(const SavingManager&) = delete;
+  SavingManager& operator=(const SavingManager&) = delete;
+  ~SavingManager();
+
+ private:
+  void save();
+
+  SelectionConnection connection_;
+  std::unique_ptr<ClipboardPeer> saved_;
+  std::thread thread_;
+};
+
 }  // namespace quillo::test

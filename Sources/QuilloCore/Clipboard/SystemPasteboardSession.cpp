@@ -75,6 +75,7 @@ Task<RestoreResult> SystemPasteboardSession::restore(PasteboardSnapshot snapshot
     if (co_await std::move(counting) != ifUnchangedSince) co_return RestoreResult::skippedBecauseClipboardChanged;
     if (!snapshot.isComplete()) co_return RestoreResult::failed;
     std::vector<PasteboardItem> items;
+    items.reserve(snapshot.items.size());
     for (PasteboardSnapshot::Item& item : snapshot.items) items.push_back({std::move(item.representations)});
     Task<WriteResult> writing =
         pasteboard_.replaceContents(std::move(items), PasteboardUse::restored, ifUnchangedSince);

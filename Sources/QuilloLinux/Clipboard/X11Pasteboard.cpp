@@ -177,7 +177,7 @@ void postCall(ClipboardJobs& jobs, std::shared_ptr<PendingResult<T>> result, Ope
 
 /// Runs `begin` with the clipboard on the thread; an event resolves `result` later. One that is given up is forgotten.
 template <class T>
-Task<T> postBeginning(std::shared_ptr<ClipboardJobs> jobs,
+Task<T> postBeginning(const std::shared_ptr<ClipboardJobs>& jobs,
                       void (X11Clipboard::*begin)(std::shared_ptr<PendingResult<T>>)) {
   auto result = std::make_shared<PendingResult<T>>();
   jobs->post([result, begin](Outcome<X11Clipboard*> clipboard) {
