@@ -30,7 +30,7 @@ bool continues(const InterfaceElement& first, const InterfaceElement& second) {
   if (above.minY() < below.maxY() && below.minY() < above.maxY()) return true;
   const double lineGap = std::min(above.height, below.height) / 2;
   return above.maxY() <= below.minY() && below.minY() - above.maxY() < lineGap &&
-         (endsWithWhiteSpace(untrimmedPrimaryText(first)) || beginsWithWhiteSpace(untrimmedPrimaryText(second)));
+         (endsWithWhiteSpace(primaryText(first)) || beginsWithWhiteSpace(primaryText(second)));
 }
 
 /// Whether the text begins with a mark that follows a word without a blank.
@@ -77,7 +77,7 @@ class RunMerger {
       std::string text;
       std::string_view previous;
       for (const ElementIndex member : run_) {
-        const std::string_view piece = untrimmedPrimaryText(context_[member]);
+        const std::string_view piece = primaryText(context_[member]);
         if (member != run_.front()) {
           text += joint(previous, piece);
           plan_.suppressedMergedTextElementIDs.insert(member);

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "QuilloCore/Semantics/AuthoritativeTextMarking.h"
@@ -12,6 +13,15 @@
 
 namespace quillo {
 namespace {
+
+std::string attachmentsAsBlanks(std::string_view text) {
+  constexpr std::string_view attachment = "\uFFFC";
+  std::string result(text);
+  for (std::size_t at = result.find(attachment); at != std::string::npos; at = result.find(attachment, at)) {
+    result.replace(at, attachment.size(), " ");
+  }
+  return result;
+}
 
 void appendSpans(const std::string& spans, TextLines& lines) {
   lines.add("uncovered aggregate content (position-anchored; structured descendant text omitted):");
@@ -29,7 +39,7 @@ void appendMarkedText(const InterfaceElement& element, TextLines& lines) {
     if (piece.isMarker) {
       block.back() += piece.text;
     } else {
-      appendBlockText(block, piece.text);
+      appendBlockText(block, attachmentsAsBlanks(piece.text));
     }
   }
   lines.addBlock(0, block);

@@ -10,9 +10,7 @@ namespace quillo {
 
 ArtifactTextRange rangeInCleanText(std::string_view rawText, const ArtifactTextRange& range) {
   if (range.location < 0 || range.length < 0) return range;
-  const std::string_view trimmed = trimmingWhiteSpace(rawText);
-  const auto trimmedBegin = static_cast<std::size_t>(trimmed.data() - rawText.data());
-  const std::size_t trimmedEnd = trimmedBegin + trimmed.size();
+  const auto trimmedBegin = static_cast<std::size_t>(trimmingWhiteSpace(rawText).data() - rawText.data());
 
   ArtifactTextRange clean;
   std::int64_t units = 0;      // UTF-16 units of the raw text before `position`
@@ -25,7 +23,7 @@ ArtifactTextRange rangeInCleanText(std::string_view rawText, const ArtifactTextR
     const bool isBrokenPair = c == U'\r' && position < rawText.size() && rawText[position] == '\n';
     const std::int64_t width = c > U'\uFFFF' ? 2 : 1;
     units += width;
-    if (begin >= trimmedBegin && begin < trimmedEnd && !isBrokenPair) keptUnits += width;
+    if (begin >= trimmedBegin && !isBrokenPair) keptUnits += width;
   }
   if (units <= range.location) clean.location = keptUnits;
   if (units - range.location < range.length) return range;

@@ -129,27 +129,13 @@ struct ValueRendering {
   std::string operator()(const RedactedValue&) const { return "<redacted>"; }
 };
 
-/// Whether the value is the mark that a state word already tells.
-bool isCheckMark(const InterfaceElement& element) {
-  if (!element.state.checked) return false;
-  const InterfaceCheckState checked = *element.state.checked;
-  if (const auto* flag = std::get_if<bool>(&*element.value)) return *flag == (checked == InterfaceCheckState::on);
-  const auto mark = static_cast<std::int64_t>(checked);  // 0 off, 1 on, 2 mixed
-  if (const auto* integer = std::get_if<std::int64_t>(&*element.value)) return *integer == mark;
-  if (const auto* number = std::get_if<double>(&*element.value)) return *number == static_cast<double>(mark);
-  return false;
-}
-
 /// The value as the line prints it; empty for none. A protected element shows at most that its value was withheld.
 std::string valueOnLine(const InterfaceElement& element, std::string_view primary) {
   if (!element.value) return {};
   const bool isWithheld = std::holds_alternative<RedactedValue>(*element.value);
-  if ((element.isProtected && !isWithheld) || isCheckMark(element)) return {};
+  if (element.isProtected && !isWithheld) return {};
   if (const auto* text = std::get_if<std::string>(&*element.value)) {
     if (!printsStringValue(element, primary) || hasLineBreak(*text)) return {};
-  }
-  if (const auto* texts = std::get_if<std::vector<std::string>>(&*element.value); texts != nullptr && texts->empty()) {
-    return {};
   }
   return renderedValue(*element.value);
 }
@@ -231,8 +217,7 @@ std::vector<std::string> meaningfulActions(const InterfaceElement& element) {
 }
 
 bool saysMoreThanItsTexts(const InterfaceElement& element) {
-  const bool hasTypedValue =
-      element.value && !std::holds_alternative<std::string>(*element.value) && !isCheckMark(element);
+  const bool hasTypedValue = element.value && !std::holds_alternative<std::string>(*element.value);
   return !stateWords(element).empty() || element.visibility == InterfaceVisibility::hidden || hasTypedValue ||
          !meaningfulActions(element).empty() || !meaningfulRoleDescription(element).empty();
 }

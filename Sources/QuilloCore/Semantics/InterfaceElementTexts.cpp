@@ -94,7 +94,7 @@ std::string_view printableStringValue(const InterfaceElement& element) {
   return text != nullptr && !element.isProtected && isPrintable(*text) ? std::string_view(*text) : std::string_view();
 }
 
-std::string_view untrimmedPrimaryText(const InterfaceElement& element) {
+std::string_view primaryText(const InterfaceElement& element) {
   const std::string_view label = printable(element.label);
   const std::string_view description = printable(element.description);
   const std::string_view help = printable(element.help);
@@ -108,13 +108,6 @@ std::string_view untrimmedPrimaryText(const InterfaceElement& element) {
   }
   if (isNamedApartFromValue(element.role)) return first({label, description, placeholder, help});
   return first({label, description, printableStringValue(element), help, placeholder});
-}
-
-std::string_view primaryText(const InterfaceElement& element) {
-  std::string_view text = untrimmedPrimaryText(element);
-  while (text.starts_with(' ')) text.remove_prefix(1);
-  while (text.ends_with(' ')) text.remove_suffix(1);
-  return text;
 }
 
 bool agreeButForWhiteSpace(std::string_view first, std::string_view second) {

@@ -18,12 +18,9 @@ bool isPrintable(std::string_view text);
 /// The string value, when it may be printed; empty otherwise, and for protected elements.
 std::string_view printableStringValue(const InterfaceElement& element);
 
-/// The text that names the element on its line, without blanks at its ends; empty without one. Never the content, and
-/// never what was typed into a field.
+/// The text that names the element on its line; empty without one. Never the content, and never what was typed into a
+/// field.
 std::string_view primaryText(const InterfaceElement& element);
-
-/// The same with the blanks at its ends, by which a piece of a sentence tells where it was cut.
-std::string_view untrimmedPrimaryText(const InterfaceElement& element);
 
 /// Whether two texts agree but for their white space.
 bool agreeButForWhiteSpace(std::string_view first, std::string_view second);

@@ -110,8 +110,8 @@ TEST(NormalizerMapping, rangesFollowTheCharactersOfTheCleanedContent) {
   EXPECT_EQ(mappedRange(" \n ab\r\ncd\re ", 0, 4), "0+1");
   EXPECT_EQ(mappedRange(" \n ab\r\ncd\re ", 4, 5), "1+4");  // "b", the pair, "cd"
   EXPECT_EQ(mappedRange(" \n ab\r\ncd\re ", 7, 0), "3+0");
-  EXPECT_EQ(mappedRange(" \n ab\r\ncd\re ", 11, 1), "7+0");
-  EXPECT_EQ(mappedRange(" \n ab\r\ncd\re ", 12, 0), "7+0");
+  EXPECT_EQ(mappedRange(" \n ab\r\ncd\re ", 11, 1), "7+1");
+  EXPECT_EQ(mappedRange(" \n ab\r\ncd\re ", 12, 0), "8+0");
   EXPECT_EQ(mappedRange(" \n ab\r\ncd\re ", 12, 1), "12+1");  // beyond the text
   EXPECT_EQ(mappedRange(" \U0001F600a ", 3, 1), "2+1");
   EXPECT_EQ(mapped("textArea text='\\n\\nab' AXSelectedTextRange=2..3"),
