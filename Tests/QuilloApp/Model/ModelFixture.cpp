@@ -132,7 +132,7 @@ void ModelFixture::settle() {
   constexpr int turns = 8;
   for (int turn = 0; turn < turns; ++turn) {
     loop.runReady();
-    static_cast<void>(await(outcomeOf(repository.list(ListingDetail::withoutContextTexts))));
+    [[maybe_unused]] const auto listed = await(outcomeOf(repository.list(ListingDetail::withoutContextTexts)));
   }
   loop.runReady();
 }
