@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "QuilloCore/Clipboard/Pasteboard.h"
+#include "QuilloCore/Clipboard/PasteboardError.h"
 #include "QuilloCore/Concurrency/AsyncOperationDeadline.h"
 
 namespace quillo {
@@ -11,12 +13,14 @@ Task<bool> TerminationFlow::prepareForTermination() {
   Task<> waiting = waitForFlights();
   co_await std::move(waiting);
   Task<bool> saving = saveDraftsInTime();
-  const bool isSaved = co_await std::move(saving);
-  if (!isSaved) {
+  if (!co_await std::move(saving)) {
     context_.isTerminating = false;
     context_.activity.showFailure("Quillo could not finish saving edits before quitting. Try again.");
+    co_return false;
   }
-  co_return isSaved;
+  Task<> handingOver = handOverClipboard();
+  co_await std::move(handingOver);
+  co_return true;
 }
 
 Task<> TerminationFlow::waitForFlights() {
@@ -50,6 +54,19 @@ Task<bool> TerminationFlow::saveDrafts() {
     if (outcome == SaveOutcome::artifactIsGone) co_return true;
   }
   co_return true;
+}
+
+Task<> TerminationFlow::handOverClipboard() {
+  auto handOver = [this] { return context_.services.pasteboard.handOver(); };
+  try {
+    Task<bool> bounded = runCancellableAsyncOperation(context_.services.clock, context_.services.mainExecutor,
+                                                      handOverDeadline, std::move(handOver));
+    co_await std::move(bounded);
+  } catch (const AsyncOperationDeadlineError&) {
+    // A clipboard manager that does not answer does not keep the application from quitting …
+  } catch (const PasteboardError&) {
+    // … nor does a display that has gone.
+  }
 }
 
 }  // namespace quillo

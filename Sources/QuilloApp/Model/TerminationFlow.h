@@ -9,8 +9,9 @@ namespace quillo {
 /// Brings everything to a safe end before the application quits.
 class TerminationFlow {
  public:
-  static constexpr double flightDeadline = 5;  ///< seconds for what is in flight
-  static constexpr double saveDeadline = 4;    ///< seconds for pending edits
+  static constexpr double flightDeadline = 5;    ///< seconds for what is in flight
+  static constexpr double saveDeadline = 4;      ///< seconds for pending edits
+  static constexpr double handOverDeadline = 1;  ///< seconds for what was copied to outlive the application
 
   TerminationFlow(ModelContext& context, EditingFlow& editing) : context_(context), editing_(editing) {}
 
@@ -20,6 +21,7 @@ class TerminationFlow {
   Task<> waitForFlights();
   Task<bool> saveDraftsInTime();
   Task<bool> saveDrafts();
+  Task<> handOverClipboard();
 
   ModelContext& context_;
   EditingFlow& editing_;

@@ -45,6 +45,14 @@ TEST_F(TerminationFlowTest, quitsAtOnceWhenThereIsNothingToDo) {
   EXPECT_FALSE(model->canPasteSelectedArtifact());
 }
 
+TEST_F(TerminationFlowTest, whatWasCopiedOutlivesTheApplicationIfTheDisplayDoes) {
+  quit();
+  EXPECT_EQ(pasteboard.log.back(), "handOver");
+  pasteboard.error = PasteboardError(PasteboardError::DisplayLost{});
+  quit();
+  EXPECT_THAT(answers, ElementsAre(true, true));
+}
+
 TEST_F(TerminationFlowTest, savesWhatHasBeenTyped) {
   model->setDraftTitle("typed");
   quit();
