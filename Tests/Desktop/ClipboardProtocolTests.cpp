@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "ClipboardFixture.h"
 #include "ClipboardPeer.h"
 #include "QuilloCore/Clipboard/PasteboardError.h"
 #include "QuilloCore/Clipboard/SystemPasteboardSession.h"
@@ -19,43 +20,6 @@ using testing::IsEmpty;
 using Kind = ClipboardConditionalWriteResult::Kind;
 using Manner = OwnerAnswer::Manner;
 using Restored = PasteboardConditionalRestoreResult;
-
-/// Bytes without a pattern that a misplaced piece would repeat.
-std::string noise(std::size_t size, std::uint32_t seed = 1) {
-  std::string bytes(size, '\0');
-  for (char& byte : bytes) {
-    seed = seed * 1664525 + 1013904223;
-    byte = static_cast<char>(seed >> 24U);
-  }
-  return bytes;
-}
-
-PasteboardItem textItem(const std::string& text) {
-  return {{{.type = "text/plain;charset=utf-8", .data = text}}};
-}
-
-class Clipboard : public testing::Test {
- protected:
-  template <class Operation>
-  auto wait(Operation operation) {
-    return runBlocking(std::move(operation));
-  }
-  std::uint64_t changeCount() {
-    return runBlocking([&] { return pasteboard_.changeCount(); });
-  }
-  ClipboardConditionalWriteResult write(std::vector<PasteboardItem> items, PasteboardUse use = PasteboardUse::offered,
-                                        std::optional<std::uint64_t> ifUnchangedSince = std::nullopt) {
-    return runBlocking([&] { return pasteboard_.replaceContents(items, use, ifUnchangedSince); });
-  }
-  PasteboardSnapshot captureSnapshot() {
-    return runBlocking([&] { return session_.captureSnapshot(); });
-  }
-
-  X11Pasteboard pasteboard_;
-  ClipboardPayloadWriter writer_;
-  SystemPasteboardSession session_{pasteboard_, writer_};
-  ClipboardRequestor requestor_;
-};
 
 TEST_F(Clipboard, everyChangeIsCountedOnce) {
   std::uint64_t count = changeCount();
