@@ -26,6 +26,16 @@ bool isAboutPermissions(const ContextCaptureServiceError& error) {
              screenshot->error.value());
 }
 
+Task<ContextArtifactDraft> captureAndRender(ContextCaptureService& service, MonotonicClock& clock,
+                                            TaskExecutor rendering, FrozenContextCaptureTarget target,
+                                            ScreenshotObserver onScreenshot, UUID id) {
+  Task<ContextCaptureResult> capturing = service.capture(std::move(target), std::move(onScreenshot));
+  ContextCaptureResult result = co_await std::move(capturing);
+  Task<ContextArtifactDraft> making =
+      ContextArtifactDraftMaker::make(clock, std::move(rendering), std::move(result), id);
+  co_return co_await std::move(making);
+}
+
 }  // namespace
 
 CaptureFlow::CaptureFlow(ModelContext& context, LibraryFlow& library) : context_(context), library_(library) {}
@@ -90,7 +100,7 @@ Task<> CaptureFlow::capture(Resolution resolution, bool isFromMenu) {
   notice.reset();
   done.title = draft.manifest.title;
   done.detail = captureSummary(draft.accessibilitySnapshot);
-  done.screenshotPNG = std::make_shared<const std::string>(draft.screenshotPNG);
+  if (!done.screenshotPNG) done.screenshotPNG = std::make_shared<const std::string>(draft.screenshotPNG);
   Task<StoredArtifact> creating = context_.services.repository.create(std::move(draft));
   const StoredArtifact stored = co_await std::move(creating);
   Task<> reloading = library_.reload();
@@ -104,17 +114,14 @@ Task<> CaptureFlow::capture(Resolution resolution, bool isFromMenu) {
 
 Task<ContextArtifactDraft> CaptureFlow::makeDraft(Target target, std::shared_ptr<CaptureNotice> notice) {
   const QuilloModelServices& services = context_.services;
-  Task<ContextCaptureResult> capturing =
-      services.captureService.capture(std::move(target), showProgressWhenPixelsAreThere(notice));
-  ContextCaptureResult result = co_await std::move(capturing);
-
-  // Copying a large tree would hold up the main thread, and its rendering whatever waits for it: each has its own
-  // queue.
-  auto make = [&clock = services.clock, executor = services.makeWorkerExecutor(), result = std::move(result),
-               id = services.identifiers.makeUUID()]() mutable {
-    return ContextArtifactDraftMaker::make(clock, executor, std::move(result), id);
+  // Asking for permissions and copying a large tree would hold up the main thread, and rendering it whatever waits for
+  // its deadline: each has its own queue.
+  const TaskExecutor rendering = services.makeWorkerExecutor();
+  auto capture = [&service = services.captureService, &clock = services.clock, rendering, target = std::move(target),
+                  id = services.identifiers.makeUUID(), onScreenshot = showProgressWhenPixelsAreThere(notice)] {
+    return captureAndRender(service, clock, rendering, target, onScreenshot, id);
   };
-  const auto making = spawnTask(services.makeWorkerExecutor(), std::move(make));
+  const auto making = spawnTask(services.makeWorkerExecutor(), std::move(capture));
   Task<Outcome<ContextArtifactDraft>> waiting = outcomeOf(making.value());
   Outcome<ContextArtifactDraft> made = co_await std::move(waiting);
   if (made) co_return std::move(*made);
