@@ -71,6 +71,12 @@ void addLibraryCommands(CLI::App& app, ParsedCommandLine& parsed) {
 
   addCopy(app, parsed);
 
+  auto* paste = app.add_subcommand("paste", "Pastes the screenshot and the text into the focused field");
+  const auto pasteOptions = yields<PasteOptions>(paste, parsed);
+  addArtifact(paste, pasteOptions->artifact);
+  paste->add_option("--pid", pasteOptions->processIdentifier, "Only into this process")->check(CLI::PositiveNumber);
+  paste->add_option("--delay", pasteOptions->delay, "Seconds to focus the field")->check(CLI::Range(0.0, 3600.0));
+
   auto* edit = app.add_subcommand("edit", "Changes the title, the note or both");
   const auto editOptions = yields<EditOptions>(edit, parsed);
   addArtifact(edit, editOptions->artifact);

@@ -51,6 +51,12 @@ struct CopyOptions {
   bool runsInBackground = false;
 };
 
+struct PasteOptions {
+  std::string artifact;
+  std::optional<std::int32_t> processIdentifier;  ///< the process that must have the focus; by default whichever has it
+  double delay = 0;                               ///< seconds before the destination is chosen
+};
+
 struct EditOptions {
   std::string artifact;
   std::optional<std::string> title;
@@ -73,9 +79,9 @@ struct EvidenceOptions {
 };
 
 /// What one call of the program is asked to do.
-using CommandOptions =
-    std::variant<SnapshotOptions, CaptureOptions, ObserveOptions, RenderOptions, DoctorOptions, ListOptions,
-                 ShowOptions, TextOptions, CopyOptions, EditOptions, TrashOptions, CheckOptions, EvidenceOptions>;
+using CommandOptions = std::variant<SnapshotOptions, CaptureOptions, ObserveOptions, RenderOptions, DoctorOptions,
+                                    ListOptions, ShowOptions, TextOptions, CopyOptions, EditOptions, TrashOptions,
+                                    CheckOptions, EvidenceOptions, PasteOptions>;
 
 /// What the parser made of the command line: something to do, or a text to print and the status to end with (help, the
 /// version, a mistake).

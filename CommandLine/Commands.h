@@ -10,6 +10,10 @@
 #include "QuilloCore/Capture/WindowImageCapturing.h"
 #include "QuilloCore/Capture/WindowListProviding.h"
 #include "QuilloCore/Clipboard/Pasteboard.h"
+#include "QuilloCore/Paste/FocusedElementProviding.h"
+#include "QuilloCore/Paste/InputFocusProviding.h"
+#include "QuilloCore/Paste/PasteKeystrokeSending.h"
+#include "QuilloCore/Paste/PhysicalModifierFlagsProviding.h"
 #include "QuilloCore/Support/Clocks.h"
 #include "QuilloCore/Support/UUID.h"
 
@@ -28,6 +32,15 @@ struct CommandEnvironment {
   Pasteboard& pasteboard;
 };
 
+/// What a paste needs besides.
+struct PasteDevices {
+  Pasteboard& pasteboard;
+  InputFocusProviding& inputFocus;
+  FocusedElementProviding& focusedElement;
+  PasteKeystrokeSending& keystroke;
+  PhysicalModifierFlagsProviding& modifiers;
+};
+
 /// Each command throws the typed error of what failed.
 CommandResult runSnapshot(const SnapshotOptions& options, CommandEnvironment& environment);
 CommandResult runCapture(const CaptureOptions& options, CommandEnvironment& environment, CommandLibrary& library);
@@ -41,6 +54,9 @@ CommandResult runShow(const ShowOptions& options, CommandLibrary& library);
 /// Stays until another program owns the clipboard; where there is a background process, only that stays.
 CommandResult runCopy(const CopyOptions& options, Pasteboard& pasteboard, CommandLibrary& library,
                       BackgroundProcess* background);
+/// Prints the outcome's message and lets the caller go on; stays as long as what is on the clipboard is to be served.
+CommandResult runPaste(const PasteOptions& options, const PasteDevices& devices, CommandLibrary& library,
+                       BackgroundProcess& background);
 CommandResult runText(const TextOptions& options, CommandLibrary& library);
 CommandResult runEdit(const EditOptions& options, CommandLibrary& library, WallClock& clock);
 /// Prints each new place at once, and each failure.

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "BackgroundProcess.h"
+#include "CommandPayload.h"
 #include "Commands.h"
-#include "QuilloCore/Artifacts/ArtifactPasteTextRenderer.h"
 #include "QuilloCore/Clipboard/ClipboardPayloadWriter.h"
 #include "QuilloCore/Concurrency/BlockingLoop.h"
 #include "QuilloCore/Concurrency/OperationCancelled.h"
@@ -16,13 +16,6 @@
 
 namespace quillo {
 namespace {
-
-ClipboardPayload loadPayload(const std::string& artifact, CommandLibrary& library) {
-  LoadedArtifact loaded = library.store().loadBundle(library.find(artifact).path);
-  return {.captureID = loaded.stored.manifest.id,
-          .pngData = std::move(loaded.screenshotPNG),
-          .plainText = ArtifactPasteTextRenderer::render(loaded.stored.manifest)};
-}
 
 /// On a terminal only, where somebody may wonder why the command does not end.
 void explainWaiting() {

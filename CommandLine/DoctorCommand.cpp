@@ -80,6 +80,7 @@ CommandResult runDoctor(CommandEnvironment& environment) {
   }
 
   for (Finding& finding : examineClipboard()) findings.push_back(std::move(finding));
+  for (Finding& finding : examineKeystrokes()) findings.push_back(std::move(finding));
   for (Finding& finding : examineShortcuts()) findings.push_back(std::move(finding));
 
   CommandResult result;

@@ -14,6 +14,9 @@ struct Finding {
   bool isGood() const { return remedy.empty(); }
 };
 
+/// Whether the display lets us press the keys that paste.
+std::vector<Finding> examineKeystrokes();
+
 /// Whether the settings can be read, and whether the two shortcuts in them can be reserved. Reserves each for a moment.
 std::vector<Finding> examineShortcuts();
 

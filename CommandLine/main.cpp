@@ -15,9 +15,13 @@
 #include "QuilloCore/Concurrency/OperationCancelled.h"
 #include "QuilloCore/Support/UUID.h"
 #include "QuilloLinux/Accessibility/AtspiAccessibilityInterface.h"
+#include "QuilloLinux/Accessibility/AtspiFocusedElement.h"
 #include "QuilloLinux/Clipboard/X11Pasteboard.h"
 #include "QuilloLinux/Desktop/DesktopEntries.h"
 #include "QuilloLinux/Desktop/GioTrash.h"
+#include "QuilloLinux/Keyboard/X11InputFocus.h"
+#include "QuilloLinux/Keyboard/X11PasteKeystroke.h"
+#include "QuilloLinux/Keyboard/X11PhysicalModifiers.h"
 #include "QuilloLinux/Windows/X11RunningApplications.h"
 #include "QuilloLinux/Windows/X11WindowImage.h"
 #include "QuilloLinux/Windows/X11WindowList.h"
@@ -66,6 +70,16 @@ class RunCommand {
   CommandResult operator()(const CopyOptions& options) const {
     if (!options.runsInBackground) return copy(options, nullptr);
     return BackgroundProcess::run([&](BackgroundProcess& background) { return copy(options, &background); });
+  }
+  CommandResult operator()(const PasteOptions& options) const {
+    return BackgroundProcess::run([&](BackgroundProcess& background) {
+      X11InputFocus inputFocus;
+      AtspiFocusedElement focusedElement;
+      X11PasteKeystroke keystroke;
+      X11PhysicalModifiers modifiers;
+      const PasteDevices devices{environment_.pasteboard, inputFocus, focusedElement, keystroke, modifiers};
+      return onLibrary([&](CommandLibrary& library) { return runPaste(options, devices, library, background); });
+    });
   }
   CommandResult operator()(const EditOptions& options) const {
     return onLibrary([&](CommandLibrary& library) { return runEdit(options, library, environment_.wallClock); });

@@ -19,6 +19,7 @@ class PasteRecorder {
   explicit PasteRecorder(PasteField field);
 
   pid_t pid() const { return program_.pid(); }
+  const std::string& path() const { return path_; }  ///< of the file that it writes
   void signal(int number) const { program_.signal(number); }
 
   /// What has arrived, one line each: "image 16x12", "text " and everything that the field then holds (JSON).

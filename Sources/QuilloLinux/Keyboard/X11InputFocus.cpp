@@ -31,6 +31,17 @@ bool tellsActiveWindow(const X11Connection& connection) {
   return std::ranges::count(supported, connection.atom(X11Atom::netActiveWindow)) > 0;
 }
 
+/// Whether the window is the other one or lies in it, as one of another process may.
+bool isInside(const X11Connection& connection, std::uint32_t window, std::uint32_t other) {
+  while (window != other && window != connection.root()) {
+    const X11Reply<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(connection.get(), xcb_query_tree(connection.get(), window), nullptr));
+    if (!tree || tree->parent == XCB_WINDOW_NONE) return false;
+    window = tree->parent;
+  }
+  return window == other;
+}
+
 }  // namespace
 
 bool isTerminalClass(std::string_view windowClass) {
@@ -65,10 +76,15 @@ std::optional<InputFocus> X11InputFocus::inputFocus() {
   }
 
   X11ProcessRequest process(connection, window);
+  X11ProcessRequest focusedProcess(connection, reply->focus);
   X11PropertyRequest windowClass(connection, window, XCB_ATOM_WM_CLASS);
   const auto processIdentifier = process.processIdentifier();
   const std::string name = windowClass.bytes();
   if (!processIdentifier) return std::nullopt;
+  // Of a window that is gone the property may still tell, and its number may be somebody else's by now.
+  if (focusedProcess.processIdentifier() != processIdentifier && !isInside(connection, reply->focus, window)) {
+    return std::nullopt;
+  }
   return InputFocus{
       .window = reply->focus, .processIdentifier = *processIdentifier, .isTerminal = isTerminalClass(name)};
 }

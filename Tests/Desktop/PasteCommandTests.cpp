@@ -1,0 +1,90 @@
+// `quillo paste` as a key binding runs it: what arrives, what it says, and whose clipboard it is afterwards.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "PasteRecorder.h"
+#include "RunningProgram.h"
+
+namespace quillo::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+/// An artifact in the library of this desktop, of the window in front.
+std::string captureArtifact() {
+  FinishedProgram captured;
+  EXPECT_TRUE(eventually([&] { return (captured = runQuillo({"capture"})).exitStatus == 0; })) << captured.error;
+  return captured.output.substr(0, captured.output.find('\n'));
+}
+
+std::string clipboardText() {
+  return runProgram({"xclip", "-selection", "clipboard", "-out"}).output;
+}
+
+TEST(PasteCommand, pastesAnArtifactAndServesTheClipboardThatItGaveBack) {
+  const PasteRecorder recorder(PasteField::qtEditor);
+  const std::string artifact = captureArtifact();
+  runProgram({"xclip", "-selection", "clipboard", "-in"}, "what the user had copied");
+  ASSERT_TRUE(eventually([] { return clipboardText() == "what the user had copied"; }));
+
+  const FinishedProgram pasted = runQuillo({"paste", artifact, "--pid", std::to_string(recorder.pid())});
+  EXPECT_EQ(pasted.exitStatus, 0);
+  EXPECT_EQ(pasted.output, "Screenshot, interface map, and note pasted\n");
+  EXPECT_EQ(pasted.error, "");
+  EXPECT_GT(pasted.seconds, 1.8) << "the program has to be given the time to read";
+  EXPECT_LT(pasted.seconds, 4);
+  EXPECT_THAT(recorder.recorded(), StartsWith("image "));
+  EXPECT_THAT(recorder.recorded(), HasSubstr("# Quillo capture: Recorder"));
+  EXPECT_EQ(clipboardText(), "what the user had copied");
+  EXPECT_EQ(clipboardText(), "what the user had copied") << "also the second time";
+}
+
+TEST(PasteCommand, saysWhyItDidNotPaste) {
+  std::string artifact;
+  {
+    const PasteRecorder recorder(PasteField::qtEditor);
+    artifact = captureArtifact();
+  }
+  ASSERT_TRUE(eventually([] { return runQuillo({"capture"}).exitStatus != 0; })) << "the window is gone";
+  const auto expectFailure = [](const FinishedProgram& pasted, const std::string& message) {
+    EXPECT_EQ(pasted.exitStatus, 1);
+    EXPECT_EQ(pasted.output, "");
+    EXPECT_EQ(pasted.error, "quillo: " + message + "\n");
+  };
+  const std::string nothingFocused = "Focus an editable destination, then use quillo paste";
+  expectFailure(runQuillo({"paste", artifact}), nothingFocused);
+  expectFailure(runQuillo({"paste", artifact}, "", {"DISPLAY"}), nothingFocused);
+  expectFailure(runQuillo({"paste", "00000000"}), "No artifact has an identifier that begins with 00000000.");
+
+  const PasteRecorder recorder(PasteField::qtEditor);
+  expectFailure(runQuillo({"paste", artifact, "--pid", "1"}),
+                "The destination changed before Quillo could start pasting");
+  runProgram({"xdotool", "keydown", "Super_L"});
+  expectFailure(runQuillo({"paste", artifact}), "Release the shortcut keys, then try pasting again");
+  runProgram({"xdotool", "keyup", "Super_L"});
+  EXPECT_EQ(recorder.recorded(), "");
+  EXPECT_EQ(runQuillo({"paste", artifact, "--delay", "-1"}).exitStatus, 2);
+}
+
+TEST(PasteCommand, interruptedItGivesTheClipboardBack) {
+  const PasteRecorder recorder(PasteField::qtEditor);
+  const std::string artifact = captureArtifact();
+  runProgram({"xclip", "-selection", "clipboard", "-in"}, "what the user had copied");
+  ASSERT_TRUE(eventually([] { return clipboardText() == "what the user had copied"; }));
+  // Not before the screenshot is there, and with the pause behind it still to come.
+  const FinishedProgram interrupted =
+      runProgram({"sh", "-c",
+                  QUILLO_PROGRAM " paste " + artifact +
+                      " & until grep -q image \"$0\"; do sleep 0.02; done; kill -INT $!; wait $!",
+                  recorder.path()});
+  EXPECT_EQ(interrupted.exitStatus, 130) << interrupted.error;
+  EXPECT_EQ(clipboardText(), "what the user had copied");
+  EXPECT_THAT(recorder.recorded(), testing::Not(HasSubstr("text")));
+}
+
+}  // namespace
+}  // namespace quillo::test
