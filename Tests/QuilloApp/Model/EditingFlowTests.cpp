@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "ModelFixture.h"
+#include "Tests/Support/Gate.h"
 
 namespace quillo::test {
 namespace {
@@ -56,11 +57,14 @@ TEST_F(EditingFlowTest, aTitleIsTrimmedAndAnEmptyOneIsTheWindows) {
 }
 
 TEST_F(EditingFlowTest, anEditMadeDuringASaveIsSavedToo) {
+  Gate diskAnswers;
+  files.record->beforeWriting = [&] { diskAnswers.pass(); };
   model->setDraftTitle("one");
   loop.runReady();
   clock.advance(0.65);
   loop.runReady();  // the save is on its way
   model->setDraftTitle("two");
+  diskAnswers.open();
   settle();
   EXPECT_EQ(storedManifest(id).title, "one");
   EXPECT_TRUE(state().hasUnsavedChanges);

@@ -15,8 +15,7 @@ TEST_F(LibraryFlowTest, startingListsTheNewestFirst) {
   store("old", 9);
   store("new", 1);
   model->startIfNeeded();
-  loop.runReady();
-  EXPECT_EQ(activity(), "loading");
+  EXPECT_TRUE(runUntil([&] { return activity() == "loading"; }));
   settle();
   EXPECT_THAT(titles(), ElementsAre("new", "old"));
   EXPECT_EQ(activity(), "idle");

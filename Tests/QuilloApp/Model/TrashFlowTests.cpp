@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "ModelFixture.h"
+#include "Tests/Support/Gate.h"
 
 namespace quillo::test {
 namespace {
@@ -74,12 +75,15 @@ TEST_F(TrashFlowTest, anEditGoesToTheTrashWithItsArtifact) {
 }
 
 TEST_F(TrashFlowTest, whenTheSelectionChangesBeforeTheMoveNothingIsMoved) {
+  Gate diskAnswers;
+  files.record->beforeWriting = [&] { diskAnswers.pass(); };
   select(ids[0]);
   model->setDraftAnnotations("being saved");
   model->moveArtifactsToTrash({ids[0]});
   model->moveArtifactsToTrash({ids[2]});  // one at a time
   loop.runReady();
   model->select(ids[1]);
+  diskAnswers.open();
   settle();
   EXPECT_EQ(activity(), "failure: The selected artifact changed before it could be moved");
   EXPECT_EQ(titles().size(), 4U);
