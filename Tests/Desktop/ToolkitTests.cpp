@@ -73,6 +73,7 @@ TEST(Toolkits, gtk4EntriesThatConcealTheirTextArePasswords) {
 const std::string page = R"(<!doctype html><title>Local page</title>
 <nav><a href="#home">Home</a> <a href="#about">About us</a></nav>
 <h1>Main heading</h1><p>Some <b>bold</b> words.</p>
+<p><time>Noon</time>, <em>stressed</em> and <strong>strong</strong></p><pre><code>make everything</code></pre>
 <ul><li>First point</li><li>Second point</li></ul>
 <table><tr><th>Name</th><th>Age</th></tr><tr><td>Ann</td><td>42</td></tr></table>
 <form><label for=u>User</label><input id=u value=joe>
@@ -94,9 +95,9 @@ TEST(Toolkits, chromiumPageIsReadWithFramesShadowsAndForms) {
                                 "file://" + writeFile("page.html", page)});
   const AccessibilitySnapshot snapshot = readWindowHolding(browser, {"Words in a frame", "Main heading", "Send it"});
   const std::string all = allTextOf(snapshot);
-  for (const char* words :
-       {"Main heading", "Home", "About us", "bold", "First point", "Second point", "Ann", "42", "User", "joe",
-        "Remember", "Two\\nlines", "Send it", "Words in a frame", "Words in the shadow"}) {
+  for (const char* words : {"Main heading", "Home", "About us", "bold", "Noon", "stressed", "strong", "make everything",
+                            "First point", "Second point", "Ann", "42", "User", "joe", "Remember", "Two\\nlines",
+                            "Send it", "Words in a frame", "Words in the shadow"}) {
     EXPECT_THAT(all, HasSubstr(words));
   }
   for (const char* words : {"hunter2", "never shown", "nor this", "\u2022\u2022\u2022"}) {
@@ -126,8 +127,9 @@ TEST(Toolkits, firefoxPageKeepsTheWordsBetweenElements) {
       {"firefox-esr", "--no-remote", "--profile", profile, "file://" + writeFile("page.html", mixed)});
   const AccessibilitySnapshot snapshot = readWindowHolding(browser, {"Words in a frame", "Main heading", "second"});
   const std::string all = allTextOf(snapshot);
-  for (const char* words : {"Main heading", "Some bold words.", "First point", "Ann", "joe", "Two\\nlines",
-                            "Words in the shadow", "Before \U0001F600", "the link", "after it.", "second"}) {
+  for (const char* words :
+       {"Main heading", "Some bold words.", "Noon", "stressed", "strong", "make everything", "First point", "Ann",
+        "joe", "Two\\nlines", "Words in the shadow", "Before \U0001F600", "the link", "after it.", "second"}) {
     EXPECT_THAT(all, HasSubstr(words));
   }
   for (const char* words : {"hunter2", "never shown", "nor this", "\u25CF\u25CF", "\u2022\u2022"}) {

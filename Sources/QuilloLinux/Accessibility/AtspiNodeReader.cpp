@@ -97,7 +97,8 @@ bool AtspiNodeReader::startFromBulk(const std::shared_ptr<Reading>& reading) {
   reading->record = std::move(found.mapped().record);
   reading->record.interfaces = shortInterfaceNames(std::move(reading->record.interfaces));
   reading->areChildrenKnown = found.mapped().areChildrenKnown;
-  if (toolkit_ == AtspiToolkit::chromium && reading->record.role == AtspiRole::staticText) {
+  const AtspiNodeRecord& record = reading->record;
+  if (toolkit_ == AtspiToolkit::chromium && record.role == AtspiRole::staticText && !record.name.empty()) {
     reading->next = &AtspiNodeReader::finish;
     readExtents(reading);
   } else {
@@ -188,9 +189,15 @@ void AtspiNodeReader::readLeafOrBase(const std::shared_ptr<Reading>& reading) {
   if (reading->record.error != AccessibilityErrorCode::success) return finish(reading);
   if (reading->record.role != AtspiRole::staticText) return readBase(reading);
   // Half of a page's elements are plain words, which have no children and nothing else to tell.
-  reading->next = &AtspiNodeReader::finish;
+  reading->next = &AtspiNodeReader::finishNamedLeaf;
   readState(reading);
   readExtents(reading);
+}
+
+void AtspiNodeReader::finishNamedLeaf(const std::shared_ptr<Reading>& reading) {
+  const AtspiNodeRecord& record = reading->record;
+  if (record.error != AccessibilityErrorCode::success || !record.name.empty()) return finish(reading);
+  readBase(reading);  // emphasised words and code have the same role and stand in children
 }
 
 void AtspiNodeReader::readByRole(const std::shared_ptr<Reading>& reading) {

@@ -69,6 +69,7 @@ class AtspiNodeReader {
   void readAttributes(const std::shared_ptr<Reading>& reading);
   void readRole(const std::shared_ptr<Reading>& reading);
   void readLeafOrBase(const std::shared_ptr<Reading>& reading);
+  void finishNamedLeaf(const std::shared_ptr<Reading>& reading);
   void readBase(const std::shared_ptr<Reading>& reading);
   void readState(const std::shared_ptr<Reading>& reading);
   void readChildren(const std::shared_ptr<Reading>& reading);
