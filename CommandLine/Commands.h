@@ -12,6 +12,7 @@
 #include "QuilloCore/Clipboard/Pasteboard.h"
 #include "QuilloCore/Paste/FocusedElementProviding.h"
 #include "QuilloCore/Paste/InputFocusProviding.h"
+#include "QuilloCore/Paste/PasteDeliveryExclusion.h"
 #include "QuilloCore/Paste/PasteKeystrokeSending.h"
 #include "QuilloCore/Paste/PhysicalModifierFlagsProviding.h"
 #include "QuilloCore/Support/Clocks.h"
@@ -39,6 +40,7 @@ struct PasteDevices {
   FocusedElementProviding& focusedElement;
   PasteKeystrokeSending& keystroke;
   PhysicalModifierFlagsProviding& modifiers;
+  PasteDeliveryExclusion& exclusion;
 };
 
 /// Each command throws the typed error of what failed.

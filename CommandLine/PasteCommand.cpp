@@ -35,7 +35,8 @@ class PasteRun {
         signals_([this] { (isStaying_ ? stayLoop_ : deliveryLoop_).cancel(); }),
         destination_({devices.inputFocus, devices.focusedElement, devices.keystroke, clock_}),
         session_(devices.pasteboard, writer_),
-        service_({session_, destination_, devices.modifiers, sleeping_, clock_}, deliveryLoop_.executor(), {}) {}
+        service_({session_, destination_, devices.modifiers, sleeping_, clock_, &devices.exclusion},
+                 deliveryLoop_.executor(), {}) {}
 
   PasteReport deliver(const PasteOptions& options, const ClipboardPayload& payload) {
     return deliveryLoop_.run([&] { return paste(options, payload); });

@@ -20,6 +20,7 @@
 #include "QuilloLinux/Desktop/DesktopEntries.h"
 #include "QuilloLinux/Desktop/GioTrash.h"
 #include "QuilloLinux/Keyboard/X11InputFocus.h"
+#include "QuilloLinux/Keyboard/X11PasteExclusion.h"
 #include "QuilloLinux/Keyboard/X11PasteKeystroke.h"
 #include "QuilloLinux/Keyboard/X11PhysicalModifiers.h"
 #include "QuilloLinux/Windows/X11RunningApplications.h"
@@ -77,7 +78,8 @@ class RunCommand {
       AtspiFocusedElement focusedElement;
       X11PasteKeystroke keystroke;
       X11PhysicalModifiers modifiers;
-      const PasteDevices devices{environment_.pasteboard, inputFocus, focusedElement, keystroke, modifiers};
+      X11PasteExclusion exclusion;
+      const PasteDevices devices{environment_.pasteboard, inputFocus, focusedElement, keystroke, modifiers, exclusion};
       return onLibrary([&](CommandLibrary& library) { return runPaste(options, devices, library, background); });
     });
   }

@@ -70,6 +70,25 @@ TEST(PasteCommand, saysWhyItDidNotPaste) {
   EXPECT_EQ(runQuillo({"paste", artifact, "--delay", "-1"}).exitStatus, 2);
 }
 
+// A key binding that repeats starts the command again and again.
+TEST(PasteCommand, doesNotDisturbAnotherPaste) {
+  const PasteRecorder recorder(PasteField::qtEditor);
+  const std::string artifact = captureArtifact();
+  runProgram({"xclip", "-selection", "clipboard", "-in"}, "what the user had copied");
+  ASSERT_TRUE(eventually([] { return clipboardText() == "what the user had copied"; }));
+  const FinishedProgram first =
+      runProgram({"sh", "-c",
+                  QUILLO_PROGRAM " paste " + artifact +
+                      " & until grep -qs image \"$0\"; do sleep 0.02; done; " QUILLO_PROGRAM " paste " + artifact +
+                      "; echo $?; wait $!",
+                  recorder.path()});
+  EXPECT_EQ(first.output, "1\nScreenshot, interface map, and note pasted\n");
+  EXPECT_EQ(first.error, "quillo: Another Quillo paste is still in progress\n");
+  EXPECT_EQ(first.exitStatus, 0);
+  EXPECT_EQ(clipboardText(), "what the user had copied");
+  EXPECT_EQ(runQuillo({"paste", artifact}).exitStatus, 0) << "the next one is welcome";
+}
+
 TEST(PasteCommand, interruptedItGivesTheClipboardBack) {
   const PasteRecorder recorder(PasteField::qtEditor);
   const std::string artifact = captureArtifact();
@@ -79,7 +98,7 @@ TEST(PasteCommand, interruptedItGivesTheClipboardBack) {
   const FinishedProgram interrupted =
       runProgram({"sh", "-c",
                   QUILLO_PROGRAM " paste " + artifact +
-                      " & until grep -q image \"$0\"; do sleep 0.02; done; kill -INT $!; wait $!",
+                      " & until grep -qs image \"$0\"; do sleep 0.02; done; kill -INT $!; wait $!",
                   recorder.path()});
   EXPECT_EQ(interrupted.exitStatus, 130) << interrupted.error;
   EXPECT_EQ(clipboardText(), "what the user had copied");

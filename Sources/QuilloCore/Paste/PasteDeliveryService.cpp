@@ -50,7 +50,10 @@ TaskHandle PasteDeliveryService::deliver(ClipboardPayload payload, const FrozenP
 }
 
 Task<PasteDeliveryResult> PasteDeliveryService::runDelivery(std::shared_ptr<PasteDelivery> delivery) {
-  if (isDelivering_) co_return PasteDeliveryResult{{.kind = PasteDeliveryOutcome::Kind::rejectedBusy}};
+  PasteDeliveryExclusion* exclusion = collaborators_.exclusion;
+  if (isDelivering_ || (exclusion != nullptr && !exclusion->enter())) {
+    co_return PasteDeliveryResult{{.kind = PasteDeliveryOutcome::Kind::rejectedBusy}};
+  }
   isDelivering_ = true;
   // A task of its own, so that cancelling the one that waits cannot tear it off in the middle of a step.
   auto end = std::make_shared<PendingResult<PasteDeliveryResult>>();
@@ -60,6 +63,7 @@ Task<PasteDeliveryResult> PasteDeliveryService::runDelivery(std::shared_ptr<Past
   Task<> suspension = suspendUntilResumed(install, cancel);
   co_await std::move(suspension);
   isDelivering_ = false;
+  if (exclusion != nullptr) exclusion->leave();
   co_return end->take();
 }
 

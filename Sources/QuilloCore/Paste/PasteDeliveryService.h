@@ -14,6 +14,7 @@
 #include "QuilloCore/Concurrency/TaskExecutor.h"
 #include "QuilloCore/Paste/FrozenPasteTarget.h"
 #include "QuilloCore/Paste/ModifierReleaseSleeping.h"
+#include "QuilloCore/Paste/PasteDeliveryExclusion.h"
 #include "QuilloCore/Paste/PasteDeliveryResult.h"
 #include "QuilloCore/Paste/PasteDestination.h"
 #include "QuilloCore/Paste/PhysicalModifierFlagsProviding.h"
@@ -51,6 +52,7 @@ class PasteDeliveryService {
     PhysicalModifierFlagsProviding& modifiers;
     ModifierReleaseSleeping& modifierReleaseSleeping;
     MonotonicClock& clock;
+    PasteDeliveryExclusion* exclusion = nullptr;  ///< nothing where no other process can deliver
   };
 
   PasteDeliveryService(const Collaborators& collaborators, TaskExecutor executor, const Configuration& configuration);
@@ -58,7 +60,7 @@ class PasteDeliveryService {
   PasteDeliveryService& operator=(const PasteDeliveryService&) = delete;
   ~PasteDeliveryService() = default;
 
-  /// Whether a delivery runs; a second one is rejected.
+  /// Whether a delivery runs here; a second one is rejected, and so is one while another process delivers.
   bool isDelivering() const { return isDelivering_; }
 
   Task<PasteDeliveryResult> deliver(ClipboardPayload payload, FrozenPasteTarget target,

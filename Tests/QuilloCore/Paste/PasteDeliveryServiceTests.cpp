@@ -43,8 +43,9 @@ std::string textOf(const PasteDeliveryResult& result) {
 
 /// A delivery among fakes.
 struct Delivery {
-  explicit Delivery(const PasteDeliveryService::Configuration& configuration = {})
-      : service({pasteboard, destination, modifiers, modifiers, clock}, loop.executor(), configuration) {}
+  explicit Delivery(const PasteDeliveryService::Configuration& configuration = {},
+                    PasteDeliveryExclusion* exclusion = nullptr)
+      : service({pasteboard, destination, modifiers, modifiers, clock, exclusion}, loop.executor(), configuration) {}
 
   std::string run() {
     try {
@@ -205,6 +206,29 @@ TEST(PasteDelivery, secondDeliveryIsRejectedAndTouchesNothing) {
   EXPECT_EQ(delivery.script.text(), imageStage + ", " + textStage + ", restore");
   // The next one is welcome.
   EXPECT_EQ(delivery.run(), "delivered, restored");
+}
+
+TEST(PasteDelivery, anotherProcessThatDeliversIsNotDisturbed) {
+  struct Exclusion final : PasteDeliveryExclusion {
+    bool enter() override { return !isTaken && ++entered > 0; }
+    void leave() override { --entered; }
+    bool isTaken = false;
+    int entered = 0;
+  };
+  Exclusion exclusion;
+  Delivery delivery({}, &exclusion);
+  delivery.script.on("pause 0.9", [&] { EXPECT_EQ(exclusion.entered, 1); });
+  EXPECT_EQ(delivery.run(), "delivered, restored");
+  EXPECT_EQ(exclusion.entered, 0);
+  exclusion.isTaken = true;
+  EXPECT_EQ(delivery.run(), "rejectedBusy, notNeeded");
+  EXPECT_EQ(delivery.script.text(), imageStage + ", " + textStage + ", restore");
+
+  Delivery cancelled({}, &exclusion);
+  exclusion.isTaken = false;
+  cancelled.script.on("pause 0.9", [&] { cancelled.loop.cancel(); });
+  EXPECT_EQ(cancelled.run(), "cancelled");
+  EXPECT_EQ(exclusion.entered, 0);
 }
 
 TEST(PasteDelivery, freezesTheProcessOrSaysWhyItCannot) {
