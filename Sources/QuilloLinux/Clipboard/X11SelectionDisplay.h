@@ -68,7 +68,7 @@ class X11SelectionDisplay {
   X11Property property(std::uint32_t window, std::uint32_t property, std::size_t maximumBytes,
                        X11PropertyReading reading) const;
 
-  /// Number of bytes that go well into one request.
+  /// Number of bytes that go well into one request: at most a quarter of the largest.
   std::size_t chunkSize() const { return chunkSize_; }
 
   /// Sets a property; the data is cut to whole items.
