@@ -13,7 +13,8 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverl
                     -Wimplicit-fallthrough -Wextra-semi -Werror -fno-omit-frame-pointer)
 # libstdc++ 12 uses its own deprecated std::get_temporary_buffer in std::stable_sort.
 add_compile_options(-Wno-deprecated-declarations)
-add_link_options(-fuse-ld=lld)
+# No program names a library that it does not use: it would be loaded at every start.
+add_link_options(-fuse-ld=lld -Wl,--as-needed)
 
 # Reports and coverage name files from the project's root, and caches hit from any checkout.
 add_compile_options(-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)
