@@ -176,5 +176,46 @@ TEST(Toolkits, qtWidgetsGiveRowsLabelsAndKeepTheirSecrets) {
   EXPECT_EQ(rows, (std::vector<std::string>{"Name|City|", "1|Ann|Vienna|", "2|Bob|Bruges|"}));
 }
 
+constexpr const char* officeProgram = "/usr/lib/libreoffice/program/soffice.bin";
+
+/// Starts an office program of the suite, which is too large to be installed for the tests alone.
+std::optional<RunningProgram> startOffice(const std::string& kind, const std::string& file) {
+  if (!std::filesystem::exists(officeProgram)) return std::nullopt;
+  const std::string profile = "-env:UserInstallation=file://" + std::string(std::getenv("HOME")) + "/office";
+  // With a new profile it ends at once, to be started again.
+  runProgram({officeProgram, "--headless", "--terminate_after_init", profile});
+  const Arguments arguments = {officeProgram, "--norestore", "--nologo", "--nolockcheck", profile, "--" + kind, file};
+  return std::optional<RunningProgram>(std::in_place, arguments);
+}
+
+TEST(Toolkits, wordProcessorsParagraphsAreText) {
+  const auto office = startOffice("writer", writeFile("letter.html",
+                                                      "<h1>A letter</h1><p>Dear <b>bold</b> reader \U0001F600 of it."
+                                                      "<ul><li>First point</ul><p>The last line."));
+  if (!office) GTEST_SKIP() << "LibreOffice is not installed";
+  const AccessibilitySnapshot snapshot = readWindowHolding(*office, {"The last line.", "First point"});
+  EXPECT_NE(findNode(snapshot, "AXHeading", "A letter"), nullptr);
+  std::vector<std::string> lines;
+  for (const AccessibilityNode& node : snapshot.nodes) {
+    if (node.role == "AXStaticText") lines.push_back(textAttribute(node, "AXValue"));
+  }
+  EXPECT_THAT(lines, testing::IsSupersetOf({"Dear bold reader \U0001F600 of it.", "The last line."}));
+}
+
+TEST(Toolkits, spreadsheetsCellsOnTheScreenAreReadAndNoOthers) {
+  const auto office = startOffice("calc", writeFile("table.slk",
+                                                    "ID;PWXL;N;E\nC;Y1;X1;K\"Name\"\nC;Y1;X2;K\"Amount\"\n"
+                                                    "C;Y2;X1;K\"Ann\"\nC;Y2;X2;K42\nC;Y900;X1;K\"below\"\nE\n"));
+  if (!office) GTEST_SKIP() << "LibreOffice is not installed";
+  const AccessibilitySnapshot snapshot = readWindowHolding(*office, {"\"Ann\"", "\"42\""});
+  const AccessibilityNode* cell = findNode(snapshot, "AXCell", "A2");
+  ASSERT_NE(cell, nullptr);
+  EXPECT_EQ(textAttribute(*cell, "AXValue"), "Ann");
+  EXPECT_NE(findNode(snapshot, "AXCell", "B2"), nullptr);
+  EXPECT_EQ(findNode(snapshot, "AXCell", "C2"), nullptr) << "it is empty";
+  EXPECT_EQ(findNode(snapshot, "AXCell", "A900"), nullptr) << "it is not on the screen";
+  EXPECT_THAT(snapshot.warnings, testing::Contains(HasSubstr("on the screen were read")));
+}
+
 }  // namespace
 }  // namespace quillo::test

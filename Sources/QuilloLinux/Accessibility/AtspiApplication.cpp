@@ -189,8 +189,8 @@ std::optional<std::uint64_t> AtspiApplication::focusedElement(std::size_t maximu
   prepareTree();
   const auto window = focusedWindow();
   if (!window) return std::nullopt;
-  const AtspiNodeRecord* record = reader_.knownRecord(*window);
-  if (record != nullptr && record->hasInterface("Collection")) {
+  // Elsewhere the question would be answered by looking at every object, and in a spreadsheet that are billions.
+  if (reader_.toolkit() == AtspiToolkit::chromium) {
     if (const auto matches = matchFocused(*window); matches && !matches->empty()) return bestFocused(*matches);
   }
   reader_.readTree(*window, maximumCount);

@@ -61,9 +61,12 @@ class ElementMapper {
     return (type != nullptr && *type == "search") || hasWebRole("searchbox");
   }
 
+  /// A page's block that one may write into. The paragraphs of a word processor are each an object too, but a document
+  /// of them is no row of editors.
   bool isEditableBlock() const {
-    return record_.is(AtspiState::editable) && record_.is(AtspiState::multiLine) &&
-           (record_.role == Role::section || record_.role == Role::paragraph);
+    const bool isBlock =
+        record_.role == Role::section || (record_.role == Role::paragraph && toolkit_ != AtspiToolkit::gtk3);
+    return isBlock && record_.is(AtspiState::editable) && record_.is(AtspiState::multiLine);
   }
 
   AtspiRoleNames refinedRole() const {
@@ -188,7 +191,13 @@ class ElementMapper {
       default:
         if (record_.choice) addText("AXValue", *record_.choice);
         if ((record_.is(AtspiState::checkable) || record_.isToggle) && !isPassword()) add("AXChecked", toggleValue());
-        if (record_.value) add("AXValue", *record_.value);
+        if (isTableCell(record_.role) && hasOwnText(record_) && !names_.title.empty() &&
+            record_.text->text.text != names_.title) {
+          // A sheet's cell is named by its place; what stands in it is no number where it is a word.
+          add("AXValue", record_.text->text.text);
+        } else if (record_.value) {
+          add("AXValue", *record_.value);
+        }
     }
     addWord("AXValueDescription", "valuetext");
   }

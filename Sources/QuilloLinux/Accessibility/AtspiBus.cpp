@@ -40,6 +40,10 @@ struct AppendArguments {
                                  static_cast<std::int32_t>(bits >> 32U), matchAll, 0, matchAll, 0, matchAll, 0,
                                  matchAll, 0, canonicalOrder, rule.maximumCount, 1);
   }
+  int operator()(const AtspiScreenPoint& point) const {
+    constexpr std::uint32_t screenCoordinates = 0;
+    return sd_bus_message_append(message, "iiu", point.x, point.y, screenCoordinates);
+  }
   int operator()(const AtspiEventRequest& request) const {
     return sd_bus_message_append(message, "sass", request.event.c_str(), 0, request.busName.c_str());
   }

@@ -26,6 +26,12 @@ struct AtspiStateRule {
   std::int32_t maximumCount;
 };
 
+/// The arguments of Component.GetAccessibleAtPoint.
+struct AtspiScreenPoint {
+  std::int32_t x = 0;
+  std::int32_t y = 0;
+};
+
 /// The arguments of Registry.RegisterEvent: an event and the application whose events are meant.
 struct AtspiEventRequest {
   std::string event;
@@ -36,7 +42,7 @@ struct AtspiEventRequest {
 /// (of Properties.Get), or a rule.
 using AtspiArguments = std::variant<std::monostate, std::uint32_t, std::int32_t, std::pair<std::int32_t, std::int32_t>,
                                     std::pair<std::int32_t, std::uint32_t>, std::pair<const char*, const char*>,
-                                    std::string, AtspiStateRule, AtspiEventRequest>;
+                                    std::string, AtspiStateRule, AtspiEventRequest, AtspiScreenPoint>;
 
 struct AtspiCall {
   AtspiObject object;

@@ -180,6 +180,7 @@ void AtspiNodeReader::readCountedChildren(const std::shared_ptr<Reading>& readin
     if (count && *count >= 0 && std::cmp_less_equal(*count, maximumChildCount)) {
       readChildren(reading);
     } else {
+      reading->record.hasTooManyChildren = count.has_value();
       reading->record.childrenError = count ? AccessibilityErrorCode::failure : reply.error();
     }
   });

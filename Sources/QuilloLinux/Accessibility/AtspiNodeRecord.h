@@ -35,6 +35,7 @@ struct AtspiNodeRecord {
   std::vector<std::string> interfaces;  ///< without the common prefix: "Text", "Value"
   std::vector<std::uint64_t> children;  ///< tokens
   AccessibilityErrorCode childrenError = AccessibilityErrorCode::success;
+  bool hasTooManyChildren = false;      ///< a sheet of millions of cells, none of which were asked for
   std::optional<ArtifactRect> extents;  ///< as the application gave them
   std::optional<AtspiNodeText> text;
   std::vector<std::string> actions;

@@ -9,6 +9,7 @@
 #include "QuilloLinux/Accessibility/AtspiMixedText.h"
 #include "QuilloLinux/Accessibility/AtspiRegistry.h"
 #include "QuilloLinux/Accessibility/AtspiTableRows.h"
+#include "QuilloLinux/Accessibility/AtspiVisibleCells.h"
 #include "QuilloLinux/Accessibility/AtspiWindowRecognition.h"
 
 namespace quillo {
@@ -189,9 +190,25 @@ std::vector<AccessibilityElement> AtspiSession::rowsOf(std::span<const std::uint
   return rows;
 }
 
-std::vector<AccessibilityElement> AtspiSession::readChildren(std::uint64_t token, const AtspiNodeRecord& record) {
-  // Copied, because reading more may move the records.
-  const std::vector<std::uint64_t> tokens = record.children;
+std::vector<std::uint64_t> AtspiSession::readSheet(std::uint64_t token, const AtspiNodeRecord& record) {
+  constexpr std::size_t maximumCellCount = 4000;
+  const auto visible = readVisibleCells(*bus_, objects_[token], *record.extents, maximumCellCount, *control_);
+  if (!visible) return {};
+  std::vector<std::uint64_t> cells;
+  for (const AtspiObject& cell : visible->cells) cells.push_back(objects_.tokenOf(cell));
+  reader_->read(cells);
+  // What is empty says nothing but the name of its place.
+  std::erase_if(cells, [&](std::uint64_t cell) {
+    const AtspiNodeRecord* known = reader_->knownRecord(cell);
+    const bool isEmpty = known != nullptr && known->text && known->text->characterCount == 0;
+    return isEmpty && !known->is(AtspiState::focused) && !known->is(AtspiState::selected);
+  });
+  sheets_.push_back({visible->rowCount, visible->columnCount});
+  return cells;
+}
+
+std::vector<AccessibilityElement> AtspiSession::readChildren(std::uint64_t token, const AtspiNodeRecord& record,
+                                                             std::vector<std::uint64_t> tokens) {
   const bool isOutline = record.role == AtspiRole::tree;
   const bool holdsLooseCells = isTable(record.role) || isOutline;
   std::vector<std::string> words = wordsBetweenChildren(record, reader_->toolkit());
@@ -236,10 +253,16 @@ AccessibilityResult<const std::vector<AccessibilityElement>*> AtspiSession::chil
   if (!found) return std::unexpected(found.error());
   if (!(*found)->children) {
     const AtspiNodeRecord& record = reader_->record(element.token);
-    if (record.childrenError != AccessibilityErrorCode::success) return std::unexpected(record.childrenError);
+    // Copied, because reading more may move the records.
+    std::vector<std::uint64_t> tokens = record.children;
+    if (record.hasTooManyChildren && record.extents) tokens = readSheet(element.token, record);
+    if (record.childrenError != AccessibilityErrorCode::success && tokens.empty()) {
+      return std::unexpected(record.childrenError);
+    }
     // Under a password field stand the pieces of its text.
-    auto members = record.role == AtspiRole::passwordText ? std::vector<AccessibilityElement>{}
-                                                          : readChildren(element.token, record);
+    auto members = record.role == AtspiRole::passwordText
+                       ? std::vector<AccessibilityElement>{}
+                       : readChildren(element.token, reader_->record(element.token), std::move(tokens));
     (*view(element))->children = std::move(members);
   }
   return &*(*view(element))->children;
@@ -391,6 +414,11 @@ std::vector<std::string> AtspiSession::captureWarnings() {
   }
   if (application_ && !application_->isTreeBuilt()) {
     warnings.emplace_back("The application had not built the elements of its page yet; capture it once more.");
+  }
+  for (const Sheet& sheet : sheets_) {
+    warnings.push_back(fmt::format(
+        "Of a sheet, only the {} rows and {} columns on the screen were read, and of these what is not empty.",
+        sheet.rowCount, sheet.columnCount));
   }
   if (unreadHiddenCount_ == 1) {
     warnings.emplace_back("1 element that the application keeps hidden was left out with everything inside it.");

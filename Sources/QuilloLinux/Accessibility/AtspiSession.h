@@ -58,6 +58,11 @@ class AtspiSession final : public AccessibilitySession {
     std::vector<std::uint64_t> cells;
     bool isOutlineRow = false;
   };
+  /// A sheet of which only the part on the screen was read.
+  struct Sheet {
+    std::int32_t rowCount = 0;
+    std::int32_t columnCount = 0;
+  };
   /// Words between children, which the toolkit gives as its parent's text only; they stand where the parent stands.
   struct MadeText {
     std::uint64_t parent = 0;
@@ -73,7 +78,9 @@ class AtspiSession final : public AccessibilitySession {
   AccessibilityResult<View*> viewOfRow(AccessibilityElement element);
   AccessibilityResult<View*> viewOfText(AccessibilityElement element);
   AccessibilityResult<const std::vector<AccessibilityElement>*> children(AccessibilityElement element);
-  std::vector<AccessibilityElement> readChildren(std::uint64_t token, const AtspiNodeRecord& record);
+  std::vector<AccessibilityElement> readChildren(std::uint64_t token, const AtspiNodeRecord& record,
+                                                 std::vector<std::uint64_t> tokens);
+  std::vector<std::uint64_t> readSheet(std::uint64_t token, const AtspiNodeRecord& record);
   std::vector<AccessibilityElement> rowsOf(std::span<const std::uint64_t> cells, bool areOutlineRows);
   std::optional<AccessibilityElement> makeText(std::uint64_t parent, std::string words);
   AccessibilityResult<AccessibilityValue> applicationValue(std::string_view name);
@@ -90,6 +97,7 @@ class AtspiSession final : public AccessibilitySession {
   std::optional<AtspiNodeReader> reader_;
   std::optional<AtspiApplication> application_;
   std::unordered_map<std::uint64_t, View> views_;
+  std::vector<Sheet> sheets_;
   std::vector<MadeRow> madeRows_;
   std::vector<MadeText> madeTexts_;
   std::optional<std::optional<AccessibilityElement>> recognizedWindow_;  // empty until it was looked for
