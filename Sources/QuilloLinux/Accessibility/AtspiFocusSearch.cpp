@@ -42,18 +42,6 @@ bool isContainer(const AtspiFocusCandidate& candidate) {
   }
 }
 
-/// A part of a document: a paste may well divide it, and the focus is then in another one.
-bool isPassing(const AtspiFocusCandidate& candidate) {
-  using enum AtspiRole;
-  switch (candidate.role) {
-    case heading:
-    case listItem:
-    case paragraph:
-    case tableCell: return true;
-    default: return false;
-  }
-}
-
 bool isTextEntry(AtspiRole role) {
   using enum AtspiRole;
   return role == entry || role == text || role == passwordText || role == terminal || role == autocomplete;
@@ -179,7 +167,7 @@ std::expected<AtspiFocusCandidate, FocusedElementAbsence> AtspiFocusSearch::find
   // The deepest comes last; a text is where one types.
   const AtspiFocusCandidate* best = nullptr;
   for (const AtspiFocusCandidate& candidate : candidates) {
-    if (!candidate.is(AtspiState::focused) || isContainer(candidate) || isPassing(candidate)) continue;
+    if (!candidate.is(AtspiState::focused) || isContainer(candidate)) continue;
     if (best == nullptr || isTextEntry(candidate.role) || !isTextEntry(best->role)) best = &candidate;
   }
   return best == nullptr ? absence() : std::expected<AtspiFocusCandidate, FocusedElementAbsence>(*best);
