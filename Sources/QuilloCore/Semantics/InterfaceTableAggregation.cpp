@@ -35,7 +35,7 @@ bool isKeptWhole(const InterfaceElement& element, bool isInCell) {
 
 /// Pressing is what header cells are for, and selecting what list items are for.
 bool isExpected(const InterfaceAction& action, const InterfaceElement& element) {
-  if (isColumnHeaderCell(element)) return action.name == "press";
+  if (isColumnHeaderCell(element)) return action.name == "press" || action.name == "showMenu";
   return element.role == Role::listItem && action.source == InterfaceActionSource::inferred;
 }
 
@@ -121,13 +121,21 @@ class Aggregation {
     row.isHeader = std::ranges::none_of(row.texts, &std::string::empty);
   }
 
-  /// Whether a row before the next header row has as many cells; a header that spans columns names none of them.
-  static bool namesColumns(const std::vector<Row>& rows, std::size_t header) {
+  /// The columns' titles, when a row before the next header row has as many cells; a header that spans columns names
+  /// none of them. Some toolkits leave out the corner above the rows' own headers.
+  std::optional<Texts> columnTitles(const std::vector<Row>& rows, std::size_t header) const {
+    const Texts& titles = rows[header].texts;
     for (std::size_t i = header + 1; i < rows.size() && !rows[i].isHeader; ++i) {
-      if (rows[i].texts.size() == rows[header].texts.size()) return true;
+      if (rows[i].texts.size() == titles.size()) return titles;
+      if (rows[i].texts.size() != titles.size() + 1 || !isRowHeaderCell(rows[i].survey.cells.front())) continue;
+      Texts withCorner = {""};
+      withCorner.insert(withCorner.end(), titles.begin(), titles.end());
+      return withCorner;
     }
-    return false;
+    return std::nullopt;
   }
+
+  bool isRowHeaderCell(Index cell) const { return tree_.elements[cell].accessibilitySubrole == "AXRowHeader"; }
 
   bool hasHeaders(const InterfaceTable& table) const {
     const auto isHeader = [&](Index cell) { return isColumnHeaderCell(tree_.elements[cell]); };
@@ -146,6 +154,13 @@ class Aggregation {
       anySelected = true;
     }
     return anySelected;
+  }
+
+  /// Where a toolkit has no rows, the one cell that opens and closes what is below tells whether the row is open.
+  void takeExpansion(InterfaceElement& row, const std::vector<Index>& cells) {
+    const auto isExpandable = [&](Index cell) { return tree_.elements[cell].state.expanded.has_value(); };
+    if (row.state.expanded || std::ranges::count_if(cells, isExpandable) != 1) return;
+    row.state.expanded = std::exchange(tree_.elements[*std::ranges::find_if(cells, isExpandable)].state.expanded, {});
   }
 
   Texts headersOutsideRows(const InterfaceTable& table) const {
@@ -173,11 +188,12 @@ class Aggregation {
     bool isCarried = false;
     for (std::size_t i = 0; i < rows.size(); ++i) {
       Row& row = rows[i];
-      if (!row.isText && !(row.isHeader && namesColumns(rows, i))) continue;
+      std::optional<Texts> titles = row.isHeader ? columnTitles(rows, i) : std::nullopt;
+      if (!row.isText && !titles) continue;
       InterfaceElement& element = tree_.elements[row.survey.index];
       InterfaceElementProperties& properties = element.properties;
-      if (row.isHeader && namesColumns(rows, i)) {
-        headers = std::move(row.texts);
+      if (titles) {
+        headers = *std::move(titles);
         isCarried = false;
         properties.columnHeaders = headers;
         if (repeats(element.label, headers)) element.label.reset();
@@ -186,6 +202,7 @@ class Aggregation {
       } else {
         if (repeats(element.label, row.texts)) element.label.reset();
         if (!element.state.selected && areAllSelected(row.survey.cells)) element.state.selected = true;
+        takeExpansion(element, row.survey.cells);
         properties.rowValues = std::move(row.texts);
         if (!headers.empty()) properties.columnHeaders = headers;
         if (!isCarried) carriedHeaders.append(" ").append(joined(headers));

@@ -199,6 +199,19 @@ TEST(NormalizerTable, onlyWhatSaysMoreThanTheTextsStaysBesideThem) {
        "    3 cell \"b\" focused selected\n"
        "  4 row rowValues=[\"c\", \"d\"]\n"
        "    5 cell \"c\" selected\n"},
+      {"a row is open when the one cell that opens it is",
+       "table\n"
+       "  row\n"
+       "    cell 'src' AXExpanded=true\n"
+       "    cell 'folder'\n"
+       "  row\n"
+       "    cell 'a' AXExpanded=true\n"
+       "    cell 'b' AXExpanded=false\n",
+       "0 table\n"
+       "  1 row expanded rowValues=[\"src\", \"folder\"]\n"
+       "  4 row rowValues=[\"a\", \"b\"]\n"
+       "    5 cell \"a\" expanded\n"
+       "    6 cell \"b\" !expanded\n"},
       {"protected and hidden cells stay whole and leave their place empty",
        "table\n"
        "  row\n"
@@ -229,18 +242,29 @@ TEST(NormalizerTable, headersComeFromHeaderCellsOrColumnsAndAreNotRepeated) {
        "    cell '2'\n",
        "0 table\n"
        "  6 row columnHeaders=[\"\", \"A\", \"B\"] rowValues=[\"x\", \"1\", \"2\"]\n"},
-      {"headers that offer more than a press stay",
+      {"a header row without the corner above the rows' own headers",
+       "table\n"
+       "  row\n"
+       "    cell 'A' subrole=AXColumnHeader\n"
+       "    cell 'B' subrole=AXColumnHeader\n"
+       "  row\n"
+       "    cell '1' subrole=AXRowHeader\n"
+       "    cell 'x'\n"
+       "    cell 'y'\n",
+       "0 table\n"
+       "  4 row columnHeaders=[\"\", \"A\", \"B\"] rowValues=[\"1\", \"x\", \"y\"]\n"},
+      {"headers that offer more than a press or a menu stay",
        "table\n"
        "  group\n"
        "    row\n"
-       "      cell 'A' subrole=AXColumnHeader actions=AXPress,AXShowMenu\n"
-       "      cell 'B' subrole=AXColumnHeader actions=AXPress\n"
+       "      cell 'A' subrole=AXColumnHeader actions=AXPress,AXSort\n"
+       "      cell 'B' subrole=AXColumnHeader actions=AXPress,AXShowMenu\n"
        "  row\n"
        "    cell '1'\n"
        "    cell '2'\n",
        "0 table\n"
        "  2 row columnHeaders=[\"A\", \"B\"]\n"
-       "    3 cell \"A\" {press showMenu}\n"
+       "    3 cell \"A\" {press sort}\n"
        "  5 row columnHeaders=[\"A\", \"B\"] rowValues=[\"1\", \"2\"]\n"},
       {"a header that spans columns names none, and headers may change",
        "table\n"
