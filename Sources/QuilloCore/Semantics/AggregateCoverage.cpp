@@ -153,7 +153,7 @@ class AggregateCoverage {
   void gatherTextsOf(ElementIndex index) {
     const InterfaceElement& element = context_[index];
     const std::string_view primary = context_.primaryText(index);
-    if (!plan_.namedAroundElementIDs.contains(index)) addText(index, primary);
+    addText(index, plan_.printedName(index, primary));
     if (printsStringValue(element, primary)) addText(index, printableStringValue(element));
     for (const ElementDetail& detail : distinctDetails(element, primary)) {
       if (detail.label == "label" || detail.label == "description") addText(index, detail.text);

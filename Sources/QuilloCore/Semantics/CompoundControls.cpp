@@ -16,7 +16,7 @@ bool absorbsLabels(InterfaceSemanticRole role) {
 bool isLabelledBeside(InterfaceSemanticRole role) {
   using enum InterfaceSemanticRole;
   return role == popUpButton || role == checkbox || role == radioButton || role == switchControl || role == slider ||
-         role == stepper;
+         role == stepper || role == progressIndicator;
 }
 
 class LabelAbsorption {
@@ -29,14 +29,13 @@ class LabelAbsorption {
       if (control == noElement || !context_.isInScope(control)) continue;
       const ElementIndex before = i > 0 ? children[i - 1].element : noElement;
       const ElementIndex after = i + 1 < children.size() ? children[i + 1].element : noElement;
-      if (absorbsLabels(context_[control].role) && isLabel(before, control)) {
+      const ElementIndex label = isLabel(before, control) ? before : isLabel(after, control) ? after : noElement;
+      if (label == noElement) continue;
+      if (absorbsLabels(context_[control].role)) {
         plan_.compoundEditableControlIDs.insert(control);
-        plan_.suppressedCompoundLabelElementIDs.insert(before);
+        plan_.suppressedCompoundLabelElementIDs.insert(label);
       } else if (isLabelledBeside(context_[control].role)) {
-        if (isLabel(before, control))
-          plan_.silentElementIDs.insert(before);
-        else if (isLabel(after, control))
-          plan_.silentElementIDs.insert(after);
+        plan_.silentElementIDs.insert(label);
       }
     }
   }

@@ -211,6 +211,7 @@ std::vector<std::string> meaningfulActions(const InterfaceElement& element) {
   for (const InterfaceAction& action : element.actions) {
     if (action.source == InterfaceActionSource::inferred || !hasVisibleText(action.name)) continue;
     if (isStandardAction(action.name) || followsFromRole(action.name, element.role)) continue;
+    if (element.state.expanded && (action.name == "expand" || action.name == "collapse")) continue;
     names.push_back(bareOrQuoted(action.name, linePunctuation));
   }
   return names;
@@ -225,7 +226,8 @@ bool saysMoreThanItsTexts(const InterfaceElement& element) {
 std::string elementLine(const InterfaceElement& element, std::string_view primary, ElementLineOptions options) {
   std::string line = displayRole(element);
   appendWords(line, element, options.isEditable);
-  if (!primary.empty() && !options.leavesOutName) line.append(" ").append(quoted(primary));
+  const std::string_view name = options.printedName.value_or(primary);
+  if (!name.empty()) line.append(" ").append(quoted(name));
   if (const std::string value = valueOnLine(element, primary); !value.empty()) line.append(", value: ").append(value);
   appendActions(line, element);
   return line;

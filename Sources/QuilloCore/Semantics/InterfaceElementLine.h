@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,8 +28,8 @@ std::string_view meaningfulRoleDescription(const InterfaceElement& element);
 bool saysMoreThanItsTexts(const InterfaceElement& element);
 
 struct ElementLineOptions {
-  bool isEditable = false;     ///< a control that absorbed the label before it
-  bool leavesOutName = false;  ///< the line above has printed it
+  bool isEditable = false;                      ///< a control that absorbed the label beside it
+  std::optional<std::string_view> printedName;  ///< what stands for the primary text; empty for nothing
 };
 
 /// The element on one line, without indentation and dash:

@@ -78,7 +78,7 @@ class MapWalk {
 
   void print(ElementIndex index, std::size_t level) {
     const ElementLineOptions options = {.isEditable = plan_.compoundEditableControlIDs.contains(index),
-                                        .leavesOutName = plan_.namedAroundElementIDs.contains(index)};
+                                        .printedName = plan_.printedName(index, context_.primaryText(index))};
     lines_.addIndented(level, "- " + mapLine(context_, plan_, index, options));
     const InterfaceElement& element = context_[index];
     for (const ElementDetail& detail : detailsOf(index)) {

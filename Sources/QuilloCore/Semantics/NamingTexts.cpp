@@ -38,17 +38,23 @@ class NamingTexts {
     for (const ElementIndex element : context_.forest().preorder()) {
       const ElementIndex parent = context_.forest().parent(element);
       if (parent == noElement) continue;
-      named[element] = context_.primaryText(parent).empty() ? named[parent] : parent;
+      named[element] = printedName(parent).empty() ? named[parent] : parent;
       if (named[element] == noElement || context_.primaryText(element).empty() || plan_.isSilent(element)) continue;
       if (context_.isPlainTextLeaf(element)) {
         if (names(element, named[element])) plan_.silentElementIDs.insert(element);
-      } else if (!plan_.namedAroundElementIDs.contains(element) && isWholeName(element, named[element])) {
-        plan_.namedAroundElementIDs.insert(element);
+      } else if (!plan_.printedNames.contains(element) && isWholeName(element, named[element])) {
+        // A tab group has the name of the tab in front.
+        const bool isOwnersName = context_[element].role == tab && context_[named[element]].role == tabGroup;
+        plan_.printedNames.emplace(isOwnersName ? named[element] : element, "");
       }
     }
   }
 
  private:
+  std::string_view printedName(ElementIndex element) const {
+    return plan_.printedName(element, context_.primaryText(element));
+  }
+
   struct Name {
     TokenSequenceIndex words;
     std::size_t cursor = 0;
@@ -63,7 +69,7 @@ class NamingTexts {
   bool isWholeName(ElementIndex inner, ElementIndex owner) {
     const InterfaceSemanticRole role = context_[owner].role;
     return (mayHoldItsCaption(role) || isNamedByItsTexts(role)) &&
-           agreeButForWhiteSpace(context_.primaryText(inner), context_.primaryText(owner)) && claimed_.insert(owner);
+           agreeButForWhiteSpace(context_.primaryText(inner), printedName(owner)) && claimed_.insert(owner);
   }
 
   /// Takes the text's words from the name, in order, so that a second text needs the name to hold them twice.
@@ -73,7 +79,7 @@ class NamingTexts {
     auto found = names_.find(owner);
     if (found == names_.end()) {
       std::vector<std::uint32_t> nameWords;
-      tokenizer_.appendWords(context_.primaryText(owner), nameWords);
+      tokenizer_.appendWords(printedName(owner), nameWords);
       found = names_.emplace(owner, Name{.words = TokenSequenceIndex(std::move(nameWords))}).first;
     }
     Name& name = found->second;

@@ -16,8 +16,12 @@ RenderPlan::RenderPlan(std::size_t elementCount, RenderingScope renderingScope)
       emptyTabularRowIDs(elementCount),
       scopeSuppressedAggregateContentIDs(elementCount),
       scope(std::move(renderingScope)),
-      silentElementIDs(elementCount),
-      namedAroundElementIDs(elementCount) {}
+      silentElementIDs(elementCount) {}
+
+std::string_view RenderPlan::printedName(ElementIndex element, std::string_view primaryText) const {
+  const auto printed = printedNames.find(element);
+  return printed == printedNames.end() ? primaryText : std::string_view(printed->second);
+}
 
 bool RenderPlan::isSilent(ElementIndex element) const {
   return coveredTextElementIDs.contains(element) || suppressedCompoundLabelElementIDs.contains(element) ||

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -28,7 +29,7 @@ struct RenderPlan {
   ElementIndexSet suppressedNestedContentIDs;
   /// Texts that the authoritative content of an owner above them holds.
   ElementIndexSet coveredTextElementIDs;
-  /// Controls that absorbed the equal label before them, and these labels.
+  /// Controls that absorbed the equal label beside them, and these labels.
   ElementIndexSet compoundEditableControlIDs;
   ElementIndexSet suppressedCompoundLabelElementIDs;
   /// Texts of one line, joined, by the element that prints them; the others of the run; and how many runs there are.
@@ -47,8 +48,12 @@ struct RenderPlan {
   /// Elements without a line of their own since another line says all of it: the cells of a row, the text that is a
   /// button's name, a container around a single line.
   ElementIndexSet silentElementIDs;
-  /// Elements whose line leaves out their name, which the element around them has printed.
-  ElementIndexSet namedAroundElementIDs;
+  /// Names that do not stand whole on their line: empty where the element around has printed them, else without what
+  /// the elements inside print.
+  std::unordered_map<ElementIndex, std::string> printedNames;
+
+  /// The name as the element's line has it.
+  std::string_view printedName(ElementIndex element, std::string_view primaryText) const;
 
   /// Whether the element has no line of its own; its children may have.
   bool isSilent(ElementIndex element) const;

@@ -5,6 +5,7 @@
 #include "QuilloCore/Semantics/AdjacentTextRuns.h"
 #include "QuilloCore/Semantics/AggregateCoverage.h"
 #include "QuilloCore/Semantics/CompoundControls.h"
+#include "QuilloCore/Semantics/GatheredNames.h"
 #include "QuilloCore/Semantics/NamingTexts.h"
 #include "QuilloCore/Semantics/SemanticTokens.h"
 #include "QuilloCore/Semantics/SilentElements.h"
@@ -17,6 +18,7 @@ RenderPlan buildRenderPlan(const RenderContext& context, RenderingScope scope) {
   silenceOrnaments(context, plan);
   absorbAdjacentLabels(context, plan);
   findPassiveRowElements(context, tokenizer, plan);
+  shortenGatheredNames(context, tokenizer, plan);
   findNamingTexts(context, tokenizer, plan);
   coverAggregateTexts(context, tokenizer, plan);
   mergeAdjacentTextRuns(context, plan);

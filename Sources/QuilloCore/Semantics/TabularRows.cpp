@@ -116,7 +116,7 @@ class PassiveRowElements {
       i = isOtherRow ? forest.subtreeEnd(element) : i + 1;
     }
     // Of several nameless ones a reader could not tell which is which.
-    if (wholeCells.size() == 1) plan_.namedAroundElementIDs.insert(wholeCells.front());
+    if (wholeCells.size() == 1) plan_.printedNames.emplace(wholeCells.front(), "");
   }
 
   bool isStoodForBy(RowTexts& texts, ElementIndex index) const {

@@ -57,6 +57,8 @@ TEST(RendererLines, stateWords) {
       {"mixed and disabled", "checkbox [mixed, disabled]", "- checkbox (disabled, partially checked)"},
       {"off and collapsed", "treeItem 'A' [unchecked, collapsed]", "- outline row (collapsed, unchecked) \"A\""},
       {"hidden alone", "button [hidden]", "- button (hidden)"},
+      {"a label behind the field", "group\n  textField 'Name'\n  text 'Name'",
+       "- container\n  - text field (editable) \"Name\""},
       {"editable before hidden", "group\n  text 'Name'\n  textField 'Name' [hidden, required]",
        "- container\n  - text field (required, editable, hidden) \"Name\""},
       {"no word for offscreen", "button 'A' [offscreen]", "- button \"A\""},
@@ -99,8 +101,29 @@ TEST(RendererLines, actionsThatSayMoreThanTheRole) {
       {"what one expects", "button 'A' actions=press,showMenu,showContextMenu,confirm,raise,pick,focus,scrollToVisible",
        "- button \"A\""},
       {"an action of its own", "button 'A' actions=press,archive,star", "- button \"A\", actions: archive, star"},
+      {"opening what is closed", "group 'A' [collapsed] actions=expand", "- group (collapsed) \"A\""},
+      {"opening what has no such state", "group 'A' actions=expand", "- group \"A\", actions: expand"},
       {"a text that can be pressed", "text 'A' actions=press", "- text \"A\", actions: press"},
       {"a name that would forge a line", "button 'A' actions='x: \"y\"'", "- button \"A\", actions: \"x: \\\"y\\\"\""},
+  });
+}
+
+TEST(RendererLines, namesThatRepeatWhatStandsInsideAreShortened) {
+  expectLines({
+      {"a list item around a link", "listItem '• Walks'\n  link 'Walks'", "- list item\n  - link \"Walks\""},
+      {"a list item around a list",
+       "listItem '2. Shoes: ◦ boots, or ◦ sandals'\n  list\n    listItem '◦ boots, or'\n    listItem '◦ sandals'",
+       "- list item \"2. Shoes:\"\n  - list\n    - list item \"◦ boots, or\"\n    - list item \"◦ sandals\""},
+      {"a label around its control", "text 'Rating good'\n  popUpButton 'Rating' value='good'",
+       "- pop-up button \"Rating\", value: \"good\""},
+      {"a label that says more", "text 'Rating good' [focused]\n  popUpButton 'Rating' value='good'",
+       "- text (focused)\n  - pop-up button \"Rating\", value: \"good\""},
+      {"a link in the middle of a sentence", "listItem 'Read the book now'\n  link 'the book'",
+       "- list item \"Read the book now\"\n  - link \"the book\""},
+      {"texts that only make up the name", "listItem '1. Bread'\n  text '1.'\n  text 'Bread'",
+       "- list item \"1. Bread\""},
+      {"a tab group named by the tab in front", "tabGroup 'One'\n  tab 'One'\n  tab 'Two'",
+       "- tab group\n  - tab \"One\"\n  - tab \"Two\""},
   });
 }
 
