@@ -11,6 +11,7 @@
 #include "QuilloCore/Capture/WindowListProviding.h"
 #include "QuilloCore/Clipboard/Pasteboard.h"
 #include "QuilloCore/Concurrency/MonotonicClock.h"
+#include "QuilloCore/Paste/PasteDeliveryExclusion.h"
 #include "QuilloCore/Paste/PasteDestination.h"
 #include "QuilloCore/Paste/PhysicalModifierFlagsProviding.h"
 #include "QuilloCore/Preferences/UserDefaults.h"
@@ -41,6 +42,7 @@ struct ApplicationPlatform {
   Pasteboard& pasteboard;
   PasteDestination& pasteDestination;
   PhysicalModifierFlagsProviding& modifiers;
+  PasteDeliveryExclusion* pasteExclusion = nullptr;  ///< as in PasteDeliveryService
 };
 
 }  // namespace quillo

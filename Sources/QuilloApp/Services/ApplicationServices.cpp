@@ -19,7 +19,8 @@ ApplicationServices::ApplicationServices(const ApplicationPlatform& platform, Ta
                              .destination = platform.pasteDestination,
                              .modifiers = platform.modifiers,
                              .modifierReleaseSleeping = modifierReleaseSleeping_,
-                             .clock = platform.clock},
+                             .clock = platform.clock,
+                             .exclusion = platform.pasteExclusion},
                             mainExecutor_, PasteDeliveryService::Configuration()),
       hotKeys_(platform.hotKeyRegistrar, platform.frontmostApplications) {}
 
