@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <csignal>
 #include <functional>
 #include <map>
 #include <memory>
@@ -134,7 +136,8 @@ struct Delivering {
   ClockModifierReleaseSleeping sleeping{clock};
   AccessibilityPasteDestination plainDestination{{inputFocus, focusedElement, keystroke, clock}};
   InterruptedDestination destination{plainDestination, interruptions};
-  X11Pasteboard pasteboard;
+  X11Pasteboard pasteboard{
+      X11SelectionLimits{.type = std::chrono::milliseconds(500), .all = std::chrono::milliseconds(1000)}};
   ClipboardPayloadWriter writer;
   SystemPasteboardSession plainSession{pasteboard, writer};
   InterruptedSession session{plainSession, interruptions};
@@ -262,6 +265,43 @@ TEST(PasteDelivery, whenTheFocusMovesNothingMoreIsPastedAndTheClipboardComesBack
     EXPECT_EQ(recorder.recorded(), recorded) << step;
     EXPECT_EQ(other.paste(), before) << step;
   }
+}
+
+// Whoever dies or hangs between the two stages, and whatever cannot be saved: the user's clipboard is what it was.
+TEST(PasteDelivery, aDestinationThatDiesOrHangsCostsNoClipboard) {
+  for (const int signal : {SIGKILL, SIGSTOP}) {
+    const PasteRecorder recorder(PasteField::gtk3Editor);
+    OtherProgram other;
+    other.copy(usersContent);
+    const PasteboardReading before = other.paste();
+    Delivering delivering(quick);
+    const FrozenPasteTarget target = delivering.await(recorder, PasteField::gtk3Editor);
+    delivering.interruptions.before("focus?3", [&] { recorder.signal(signal); });
+    const PasteDeliveryResult result = delivering.deliver(target);
+    EXPECT_EQ(pasteMessage(result), "The destination changed before Quillo could finish pasting") << signal;
+    EXPECT_EQ(result.clipboardRestoration, PasteClipboardRestoration::restored) << signal;
+    EXPECT_EQ(other.paste(), before) << signal;
+  }
+}
+
+TEST(PasteDelivery, anEmptyClipboardComesBackEmptyAndOneThatCannotBeSavedIsLeftAlone) {
+  const PasteRecorder recorder(PasteField::gtk3Editor);
+  Delivering delivering(quick);
+  const FrozenPasteTarget target = delivering.await(recorder, PasteField::gtk3Editor);
+  EXPECT_EQ(delivering.deliver(target).clipboardRestoration, PasteClipboardRestoration::restored);
+  OtherProgram other;
+  EXPECT_EQ(other.paste(), PasteboardReading());
+
+  // An owner that lists what it has and then never gives it.
+  const RunningProgram hanging({"xclip", "-quiet", "-selection", "clipboard", "-in", writeFile("copied", "words")});
+  ASSERT_TRUE(eventually([&] { return !other.paste().items.empty(); }));
+  const std::string record = recorder.recorded();
+  const auto countChanges = [&] { return delivering.loop.run([&] { return delivering.session.changeCount(); }); };
+  const std::uint64_t changes = countChanges();
+  hanging.signal(SIGSTOP);
+  EXPECT_EQ(pasteMessage(delivering.deliver(target)), "The current clipboard cannot be preserved losslessly");
+  EXPECT_EQ(recorder.recorded(), record);
+  EXPECT_EQ(countChanges(), changes);
 }
 
 TEST(PasteDelivery, aKeyThatStaysDownTouchesNothing) {
