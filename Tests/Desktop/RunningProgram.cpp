@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
@@ -25,7 +26,7 @@ std::vector<char*> pointersTo(const Arguments& arguments) {
 }
 
 std::string temporaryPath(const char* name) {
-  static int count = 0;
+  static std::atomic<int> count = 0;  // programs are also run beside each other
   return std::string(std::getenv("XDG_RUNTIME_DIR")) + "/" + name + std::to_string(++count);
 }
 
