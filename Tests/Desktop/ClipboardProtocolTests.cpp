@@ -1,6 +1,11 @@
 #include <gmock/gmock.h>
+#include <signal.h>
+#include <unistd.h>
 
 #include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <future>
 #include <string>
 #include <vector>
 
@@ -15,8 +20,11 @@
 namespace quillo::test {
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using Kind = ClipboardConditionalWriteResult::Kind;
 using Manner = OwnerAnswer::Manner;
 using Restored = PasteboardConditionalRestoreResult;
@@ -252,6 +260,52 @@ TEST_F(Clipboard, missingDisplayIsAnErrorOfItsOwn) {
   EXPECT_FALSE(runBlocking([&] { return session.captureSnapshot(); }).isComplete());
   ::setenv("DISPLAY", display.c_str(), 1);
   EXPECT_NO_THROW(runBlocking([&] { return pasteboard.changeCount(); })) << "a display that comes later is found";
+}
+
+TEST_F(Clipboard, displayThatGoesAwayIsAnErrorOfItsOwn) {
+  const std::string display = std::getenv("DISPLAY");
+  const std::string brief = ":" + std::to_string(5000 + (::getpid() % 1000));
+  ::setenv("DISPLAY", brief.c_str(), 1);
+  X11Pasteboard pasteboard;
+  SystemPasteboardSession session(pasteboard, writer_);
+  const auto changeCount = [&] { return runBlocking([&] { return session.changeCount(); }); };
+  std::future<PasteboardError> waiting;
+  {
+    const RunningProgram server({"Xvfb", brief, "-nolisten", "tcp"});
+    ASSERT_TRUE(eventually([&] { return changeCount() != SystemPasteboardSession::unreachableChangeCount; }));
+    runBlocking([&] { return pasteboard.replaceContents({textItem("ours")}, PasteboardUse::offered, std::nullopt); });
+    waiting = std::async(std::launch::async, [&] {
+      try {
+        runBlocking([&] { return pasteboard.untilReplaced(); });
+      } catch (const PasteboardError& error) {
+        return error;
+      }
+      return PasteboardError(PasteboardError::DisplayUnavailable{});
+    });
+    EXPECT_EQ(waiting.wait_for(std::chrono::milliseconds(100)), std::future_status::timeout);
+    server.signal(SIGKILL);
+    EXPECT_EQ(waiting.get(), PasteboardError(PasteboardError::DisplayLost{}));
+  }
+  ::setenv("DISPLAY", display.c_str(), 1);
+  EXPECT_EQ(changeCount(), SystemPasteboardSession::unreachableChangeCount);
+  EXPECT_FALSE(runBlocking([&] { return session.captureSnapshot(); }).isComplete());
+  EXPECT_EQ(runBlocking([&] { return session.restore({}, 1); }), Restored::failed);
+}
+
+TEST_F(Clipboard, doctorNamesWhoElseTakesWhatIsThere) {
+  EXPECT_THAT(runQuillo({"doctor"}).output,
+              AllOf(HasSubstr("ok      Clipboard: answers and tells of changes\n"),
+                    HasSubstr("ok      Clipboard manager: none runs"), Not(HasSubstr("Clipboard history"))));
+  const SelectionConnection manager;
+  manager.own("CLIPBOARD_MANAGER");
+  const std::string history = std::string(std::getenv("HOME")) + "/copyq";
+  std::filesystem::copy_file("/bin/sleep", history);
+  const RunningProgram keeper({history, "60"});
+  const std::string owner = "Clipboard manager: DesktopTests (process " + std::to_string(::getpid()) + ") keeps";
+  const std::string keeping = "Clipboard history: copyq (process " + std::to_string(keeper.pid()) + ") keeps";
+  std::string report;
+  EXPECT_TRUE(eventually([&] { return (report = runQuillo({"doctor"}).output).find(keeping) != std::string::npos; }));
+  EXPECT_THAT(report, HasSubstr(owner));
 }
 
 }  // namespace

@@ -45,8 +45,9 @@ struct PasteboardReading {
   friend bool operator==(const PasteboardReading&, const PasteboardReading&) = default;
 };
 
-/// The platform's clipboard. Every operation throws PasteboardError when the platform is out of reach, and is bounded
-/// in time by itself. Called from one thread, which it does not block.
+/// The platform's clipboard. Every operation throws PasteboardError when the platform is out of reach, waits for other
+/// programs only within bounds of its own, and can be cancelled unless it says otherwise. Called from one thread, which
+/// it does not block; outlives its tasks.
 class Pasteboard {
  public:
   virtual ~Pasteboard() = default;
