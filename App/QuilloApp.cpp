@@ -1,0 +1,115 @@
+#include "QuilloApp.h"
+
+#include <QCoreApplication>
+#include <chrono>
+#include <utility>
+
+namespace quillo {
+namespace {
+
+/// More than the model itself allows for what is in flight and for saving.
+constexpr std::chrono::seconds endingLimit{10};
+
+}  // namespace
+
+QuilloApp::QuilloApp(MainLoop& loop, std::filesystem::path libraryPath)
+    : loop_(loop),
+      desktop_(std::move(libraryPath), loop.executor()),
+      services_(desktop_.platform(), loop.executor()),
+      tasks_(loop.executor()),
+      headsUpPanel_(tasks_, [this] { return services_.workers().makeExecutor(); }),
+      thumbnailCache_(decoder_, services_.workers()),
+      model_(services_.modelServices(headsUpPanel_, fileManager_)),
+      delegate_(loop.executor()),
+      thumbnails_(thumbnailCache_, tasks_),
+      watcher_(desktop_.libraryPath(), [this] { model_.libraryChanged(); }) {}
+
+QuilloApp::~QuilloApp() {
+  const auto ending = spawnTask(loop_.executor(), [this] { return endTasks(); });
+  bool isDone = false;
+  startTask(loop_.executor(), [&ending, &isDone]() -> Task<> {
+    Task<> waiting = ending.value();
+    co_await std::move(waiting);
+    isDone = true;
+  });
+  loop_.runUntil([&isDone] { return isDone; }, endingLimit);
+}
+
+Task<> QuilloApp::endTasks() {
+  Task<> delegate = delegate_.shutDown();
+  co_await std::move(delegate);
+  Task<> model = model_.shutDown();
+  co_await std::move(model);
+  tasks_.cancelAll();
+  Task<> own = tasks_.whenEmpty();
+  co_await std::move(own);
+}
+
+void QuilloApp::start(LaunchRequest request) {
+  delegate_.installMenuBarUtility(
+      model_, {.openLibrary = [this] { openLibrary(); }, .checkForUpdates = {}, .quit = [this] { requestQuit(); }});
+  observation_ = model_.observe([this](QuilloModelChanges changes) { modelChanged(changes); });
+  statusItem_ = std::make_unique<StatusItem>(model_, delegate_, [this] { openLibrary(); });
+  // Where no tray is left the library is the application's only face.
+  QObject::connect(statusItem_.get(), &StatusItem::shownChanged, statusItem_.get(), [this] {
+    if (!statusItem_->isShown()) openLibrary();
+  });
+  model_.startIfNeeded();
+  perform(request);
+}
+
+void QuilloApp::perform(LaunchRequest request) {
+  switch (request) {
+    case LaunchRequest::open: return openLibrary();
+    case LaunchRequest::background: return;
+    case LaunchRequest::capture: return model_.captureFrontmostWindow();
+    case LaunchRequest::paste: return model_.pasteSelectedArtifact();
+  }
+}
+
+void QuilloApp::requestQuit() {
+  const auto reply = delegate_.applicationShouldTerminate([this](bool mayQuit) {
+    if (mayQuit) return QCoreApplication::exit();
+    openLibrary();  // where the edits are that could not be saved, and the reason
+  });
+  if (reply == TerminationReply::now) QCoreApplication::exit();
+}
+
+bool QuilloApp::finishNow() {
+  bool isAnswered = false;
+  bool mayQuit = false;
+  const auto answer = [&](bool decision) {
+    isAnswered = true;
+    mayQuit = decision;
+  };
+  if (delegate_.applicationShouldTerminate(answer) == TerminationReply::now) return true;
+  loop_.runUntil([&] { return isAnswered; }, endingLimit);
+  return mayQuit;
+}
+
+void QuilloApp::openLibrary() {
+  if (!library_) {
+    library_ = std::make_unique<LibraryWindow>(
+        model_, thumbnails_,
+        LibraryWindow::Requests{.openSetup = [this] { model_.showOnboarding(); },
+                                .quit = [this] { requestQuit(); },
+                                .closingQuits = [this] { return !statusItem_ || !statusItem_->isShown(); }});
+  }
+  library_->present();
+}
+
+void QuilloApp::modelChanged(QuilloModelChanges changes) {
+  using Field = QuilloModelField;
+  const QuilloModelState& state = model_.state();
+  if (changes.contains(Field::selectedArtifact))
+    watcher_.followBundle(state.selectedArtifact ? state.selectedArtifact->stored.bundlePath : std::filesystem::path());
+  if (!changes.contains(Field::isShowingOnboarding)) return;
+  if (state.isShowingOnboarding) {
+    if (!setup_) setup_ = std::make_unique<SetupWindow>(model_, tasks_);
+    setup_->present();
+  } else if (setup_) {
+    setup_->hide();
+  }
+}
+
+}  // namespace quillo

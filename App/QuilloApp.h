@@ -1,0 +1,70 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+#include "DesktopPlatform.h"
+#include "FileManager.h"
+#include "QuilloApp/Interface/HeadsUpPanel.h"
+#include "QuilloApp/Interface/LibraryWatcher.h"
+#include "QuilloApp/Interface/LibraryWindow.h"
+#include "QuilloApp/Interface/MainLoop.h"
+#include "QuilloApp/Interface/QtThumbnailDecoder.h"
+#include "QuilloApp/Interface/SessionInstance.h"
+#include "QuilloApp/Interface/SetupWindow.h"
+#include "QuilloApp/Interface/StatusItem.h"
+#include "QuilloApp/Interface/Thumbnails.h"
+#include "QuilloApp/Model/QuilloApplicationDelegate.h"
+#include "QuilloApp/Model/QuilloModel.h"
+#include "QuilloApp/Services/ApplicationServices.h"
+#include "QuilloCore/Artifacts/ArtifactThumbnailCache.h"
+#include "QuilloCore/Concurrency/TaskGroup.h"
+
+namespace quillo {
+
+/// The application from its start to its end: adapters, services, model and interface, in the order in which they need
+/// each other.
+class QuilloApp {
+ public:
+  QuilloApp(MainLoop& loop, std::filesystem::path libraryPath);
+  QuilloApp(const QuilloApp&) = delete;
+  QuilloApp& operator=(const QuilloApp&) = delete;
+  /// Cancels what runs, and waits for its end.
+  ~QuilloApp();
+
+  void start(LaunchRequest request);
+  /// What a later start asks for.
+  void perform(LaunchRequest request);
+
+  /// Quits once everything is saved; stays when that fails.
+  void requestQuit();
+
+  /// Saves what is not saved yet, without the event loop: for a session or a display that ends now. Returns whether
+  /// quitting may proceed.
+  bool finishNow();
+
+ private:
+  void openLibrary();
+  void modelChanged(QuilloModelChanges changes);
+  Task<> endTasks();
+
+  MainLoop& loop_;
+  DesktopPlatform desktop_;
+  ApplicationServices services_;
+  TaskGroup tasks_;
+  FileManager fileManager_;
+  HeadsUpPanel headsUpPanel_;
+  QtThumbnailDecoder decoder_;
+  ArtifactThumbnailCache thumbnailCache_;
+  QuilloModel model_;
+  QuilloApplicationDelegate delegate_;
+  Thumbnails thumbnails_;
+  std::unique_ptr<LibraryWindow> library_;
+  std::unique_ptr<SetupWindow> setup_;
+  std::unique_ptr<StatusItem> statusItem_;
+  LibraryWatcher watcher_;
+  QuilloModelObservation observation_;
+};
+
+}  // namespace quillo

@@ -1,0 +1,140 @@
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QSessionManager>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <mutex>
+#include <optional>
+
+#include "QuilloApp.h"
+#include "QuilloCore/Artifacts/ArtifactStore.h"
+#include "QuilloCore/Concurrency/TerminationSignals.h"
+
+namespace quillo {
+namespace {
+
+constexpr int failed = 1;
+constexpr int wrongCommandLine = 2;
+
+struct Arguments {
+  LaunchRequest request = LaunchRequest::open;
+  std::filesystem::path library;
+};
+
+/// Nothing when the program is to end with `status` at once.
+std::optional<Arguments> readArguments(int& status) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(
+      QApplication::tr("Turns the window in front of you into text and pixels for a language model."));
+  parser.addHelpOption();
+  parser.addVersionOption();
+  const QCommandLineOption library(QStringLiteral("library"), QApplication::tr("The directory that holds the bundles."),
+                                   QStringLiteral("DIR"));
+  const QCommandLineOption background(QStringLiteral("background"), QApplication::tr("Start without a window."));
+  const QCommandLineOption action(QStringLiteral("action"), QApplication::tr("Do this: capture or paste."),
+                                  QStringLiteral("NAME"));
+  parser.addOptions({library, background, action});
+  parser.process(QCoreApplication::arguments());
+
+  Arguments arguments;
+  arguments.library = parser.isSet(library)
+                          ? std::filesystem::absolute(parser.value(library).toStdString()).lexically_normal()
+                          : defaultLibraryPath();
+  if (parser.isSet(background)) arguments.request = LaunchRequest::background;
+  const QString name = parser.value(action);
+  if (name == QStringLiteral("capture")) arguments.request = LaunchRequest::capture;
+  if (name == QStringLiteral("paste")) arguments.request = LaunchRequest::paste;
+  const bool hasUnknownAction =
+      parser.isSet(action) && name != QStringLiteral("capture") && name != QStringLiteral("paste");
+  if (!hasUnknownAction && parser.positionalArguments().isEmpty()) return arguments;
+  std::fprintf(stderr, "quillo-app: %s\n",
+               qPrintable(hasUnknownAction ? QApplication::tr("there is no action \"%1\"").arg(name)
+                                           : QApplication::tr("unexpected argument")));
+  status = wrongCommandLine;
+  return std::nullopt;
+}
+
+/// What a signal asks for, once there is somebody to ask.
+class QuitRequests {
+ public:
+  void connect(std::function<void()> handler) {
+    const std::scoped_lock guard(lock_);
+    handler_ = std::move(handler);
+    if (handler_ && isPending_) handler_();
+  }
+
+  void ask() {
+    const std::scoped_lock guard(lock_);
+    isPending_ = true;
+    if (handler_) handler_();
+  }
+
+ private:
+  std::mutex lock_;
+  std::function<void()> handler_;
+  bool isPending_ = false;
+};
+
+/// The toolkit ends the program when the display is lost, with everything still in place.
+QuilloApp* runningApp = nullptr;
+
+void saveAtExit() {
+  if (auto* application = std::exchange(runningApp, nullptr)) application->finishNow();
+}
+
+int runMain(int argumentCount, char** arguments) {
+  QuitRequests quitRequests;
+  const TerminationSignals signals([&] { quitRequests.ask(); });  // before whatever has threads
+
+  QApplication application(argumentCount, arguments);
+  QApplication::setApplicationName(QStringLiteral("Quillo"));
+  QApplication::setApplicationVersion(QStringLiteral(QUILLO_VERSION));
+  QApplication::setDesktopFileName(QStringLiteral("org.quillo.Quillo"));
+  QApplication::setQuitOnLastWindowClosed(false);
+
+  int status = 0;
+  const auto parsed = readArguments(status);
+  if (!parsed) return status;
+
+  SessionInstance instance;
+  switch (instance.claim(parsed->request)) {
+    case SessionInstance::Outcome::first: break;
+    case SessionInstance::Outcome::handedOver: return 0;
+    case SessionInstance::Outcome::unanswered:
+      std::fprintf(stderr, "quillo-app: Quillo is running already, but does not answer.\n");
+      return failed;
+  }
+
+  MainLoop loop;
+  QuilloApp running(loop, parsed->library);
+  QObject::connect(&instance, &SessionInstance::requested, &application,
+                   [&](LaunchRequest request) { running.perform(request); });
+  QObject::connect(
+      &application, &QGuiApplication::commitDataRequest, &application,
+      [&](QSessionManager& session) {
+        if (!running.finishNow()) session.cancel();
+      },
+      Qt::DirectConnection);
+  quitRequests.connect([&running, queue = loop.executor().queue()] { queue->post([&] { running.requestQuit(); }); });
+  runningApp = &running;
+  std::atexit(saveAtExit);
+
+  running.start(parsed->request);
+  status = QApplication::exec();
+  quitRequests.connect({});
+  runningApp = nullptr;
+  return status;
+}
+
+}  // namespace
+}  // namespace quillo
+
+int main(int argumentCount, char** arguments) {
+  try {
+    return quillo::runMain(argumentCount, arguments);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "quillo-app: %s\n", error.what());
+    return 1;
+  }
+}

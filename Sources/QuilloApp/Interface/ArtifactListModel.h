@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QAbstractListModel>
+#include <vector>
+
+#include "QuilloApp/Interface/LibraryRows.h"
+
+namespace quillo {
+
+class Thumbnails;
+
+/// The library's rows as the list view wants them. Days cannot be selected.
+class ArtifactListModel : public QAbstractListModel {
+  Q_OBJECT
+
+ public:
+  enum Role { applicationRole = Qt::UserRole, timeRole, isDayRole };
+  static constexpr int thumbnailPixels = 192;  ///< of the longer side
+
+  explicit ArtifactListModel(Thumbnails& thumbnails, QObject* parent = nullptr);
+
+  /// Tells the view only what differs.
+  void setRows(std::vector<LibraryRow> rows);
+
+  std::optional<UUID> idAt(const QModelIndex& index) const;
+  QModelIndex indexOf(const UUID& id) const;
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+ private:
+  void thumbnailLoaded(const QString& path);
+
+  Thumbnails& thumbnails_;
+  std::vector<LibraryRow> rows_;
+};
+
+}  // namespace quillo
