@@ -3,7 +3,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 #include <csignal>
+#include <cstddef>
+#include <cstring>
+#include <future>
 #include <string>
 
 #include "RunningProgram.h"
@@ -50,6 +57,61 @@ TEST(CommandErrors, snapshotNeedsAccessibility) {
   EXPECT_EQ(doctor.exitStatus, 1);
   EXPECT_THAT(doctor.output, HasSubstr("missing Accessibility bus: Accessibility is switched off in this session."));
   EXPECT_EQ(switchTo("<true>").exitStatus, 0);
+}
+
+/// A bus or display that is stopped: the system takes connections in its name, and nobody ever answers.
+class SilentService {
+ public:
+  SilentService() : path_(std::string(std::getenv("XDG_RUNTIME_DIR")) + "/silent"), listener_(makeListener(path_)) {}
+  SilentService(const SilentService&) = delete;
+  SilentService& operator=(const SilentService&) = delete;
+  ~SilentService() { ::close(listener_); }
+  std::string busAddress() const { return "unix:path=" + path_; }
+
+ private:
+  static int makeListener(const std::string& path) {
+    const int listener = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::memcpy(address.sun_path, path.data(), path.size());
+    EXPECT_EQ(::bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    EXPECT_EQ(::listen(listener, 64), 0);
+    return listener;
+  }
+
+  std::string path_;
+  int listener_;
+};
+
+TEST(CommandErrors, whatDoesNotAnswerIsGivenUpAtItsDeadline) {
+  const SilentService silent;
+  const RunningProgram editor({"mousepad"});
+  const std::string window = std::to_string(awaitWindow(editor).windowID);
+  ASSERT_TRUE(eventually([&] { return runQuillo({"snapshot", "--window", window}).exitStatus == 0; }));
+
+  const std::vector<std::string> sessionBus = {"DBUS_SESSION_BUS_ADDRESS=" + silent.busAddress()};
+  const FinishedProgram noSession = runQuillo({"snapshot", "--window", window}, "", sessionBus);
+  expectFailure(noSession, "Quillo needs Accessibility access in System Settings to capture application context.");
+  EXPECT_LT(noSession.seconds, 4);
+  const FinishedProgram doctor = runQuillo({"doctor"}, "", sessionBus);
+  EXPECT_EQ(doctor.exitStatus, 1);
+  EXPECT_THAT(doctor.output, HasSubstr("missing Accessibility bus: There is no session bus"));
+  EXPECT_LT(doctor.seconds, 4);
+
+  // Side by side, because each takes the whole deadline. The stopped application is found on the bus, the stopped bus
+  // is not asked for it.
+  editor.signal(SIGSTOP);
+  constexpr double deadline = 15;
+  const std::string timedOut = "Accessibility capture exceeded its 15-second safety deadline.";
+  auto onSilentBus = std::async(std::launch::async, [&] {
+    return runProgram(
+        {"env", "AT_SPI_BUS_ADDRESS=" + silent.busAddress(), QUILLO_PROGRAM, "snapshot", "--window", window});
+  });
+  const FinishedProgram ofStoppedProgram = runQuillo({"snapshot", "--window", window});
+  for (const FinishedProgram& finished : {onSilentBus.get(), ofStoppedProgram}) {
+    expectFailure(finished, timedOut);
+    EXPECT_NEAR(finished.seconds, deadline, 0.2);
+  }
 }
 
 TEST(CommandErrors, doctorNamesApplicationsThatAreNotOnTheBus) {

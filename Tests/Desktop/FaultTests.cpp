@@ -7,6 +7,7 @@
 #include <chrono>
 #include <csignal>
 #include <string>
+#include <thread>
 
 #include "QuilloCore/Capture/AccessibilityCaptureError.h"
 #include "QuilloCore/Semantics/AccessibilitySemanticNormalizer.h"
@@ -158,6 +159,22 @@ TEST(Faults, hungApplicationIsGivenUpAtTheDeadline) {
     const double seconds = secondsToFail<AccessibilityCaptureError::CaptureTimedOut>(target, timeout);
     EXPECT_NEAR(seconds, timeout, 0.2) << mode;
   }
+}
+
+// Longer than one call may take: what was not answered is asked again.
+TEST(Faults, busyApplicationIsWaitedFor) {
+  const RunningProgram program = startFaulty("plain");
+  readFaulty(program);
+  const WindowCaptureTarget target = awaitWindow(program);
+  program.signal(SIGSTOP);
+  std::thread waker([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(3500));
+    program.signal(SIGCONT);
+  });
+  const AccessibilitySnapshot snapshot = readWindow(target);
+  waker.join();
+  EXPECT_EQ(snapshot.nodes.size(), 3U);
+  EXPECT_TRUE(snapshot.issues.empty());
 }
 
 TEST(Faults, applicationThatDiesEndsTheCaptureAtOnce) {

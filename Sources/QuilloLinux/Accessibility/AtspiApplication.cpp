@@ -37,28 +37,48 @@ AtspiApplication::AtspiApplication(AtspiBus& bus, AtspiObjectTable& objects, Ats
 void AtspiApplication::identifyToolkit() {
   std::string name;
   std::string version;
+  AccessibilityErrorCode error = AccessibilityErrorCode::success;
   const AtspiObject& root = objects_[roots_.front()];
-  bus_.queue(makeGetCall(root, application, "ToolkitName",
-                         [&](const AtspiReply& reply) { name = reply.text().value_or(""); }));
-  bus_.queue(
-      makeGetCall(root, application, "Version", [&](const AtspiReply& reply) { version = reply.text().value_or(""); }));
-  bus_.drain(control_);
+  // Nothing can be told of an application that does not answer; one that is merely busy answers later.
+  do {
+    bus_.queue(makeGetCall(root, application, "ToolkitName", [&](const AtspiReply& reply) {
+      name = reply.text().value_or("");
+      error = reply.error();
+    }));
+    bus_.queue(makeGetCall(root, application, "Version",
+                           [&](const AtspiReply& reply) { version = reply.text().value_or(""); }));
+    bus_.drain(control_);
+  } while (error == AccessibilityErrorCode::cannotComplete && !control_.stopReason());
   reader_.setToolkit(toolkitOf(name, version));
 }
 
-void AtspiApplication::readWindows() {
-  windows_.clear();
-  reader_.read(roots_);
-  for (const std::uint64_t root : roots_) {
-    if (const AtspiNodeRecord* record = reader_.knownRecord(root)) {
-      windows_.insert(windows_.end(), record->children.begin(), record->children.end());
-    }
-  }
-  reader_.read(windows_);
-  std::erase_if(windows_, [&](std::uint64_t window) {
-    const AtspiNodeRecord* record = reader_.knownRecord(window);
-    return record == nullptr || record->error != AccessibilityErrorCode::success;
+bool AtspiApplication::isSilent(std::span<const std::uint64_t> tokens) const {
+  return std::ranges::any_of(tokens, [&](std::uint64_t token) {
+    const AtspiNodeRecord* record = reader_.knownRecord(token);
+    return record != nullptr && (record->error == AccessibilityErrorCode::cannotComplete ||
+                                 record->childrenError == AccessibilityErrorCode::cannotComplete);
   });
+}
+
+void AtspiApplication::readWindows() {
+  while (true) {
+    windows_.clear();
+    reader_.read(roots_);
+    for (const std::uint64_t root : roots_) {
+      if (const AtspiNodeRecord* record = reader_.knownRecord(root)) {
+        windows_.insert(windows_.end(), record->children.begin(), record->children.end());
+      }
+    }
+    reader_.read(windows_);
+    const bool mayAnswerLater = isSilent(roots_) || isSilent(windows_);
+    std::erase_if(windows_, [&](std::uint64_t window) {
+      const AtspiNodeRecord* record = reader_.knownRecord(window);
+      return record == nullptr || record->error != AccessibilityErrorCode::success;
+    });
+    // An application without windows is no answer as long as it has given none.
+    if (!windows_.empty() || !mayAnswerLater || control_.stopReason()) return;
+    reader_.forget();
+  }
 }
 
 void AtspiApplication::prepareTree() {

@@ -43,6 +43,8 @@ class AtspiApplication {
  private:
   void identifyToolkit();
   void readWindows();
+  /// Whether one of these has not answered in time.
+  bool isSilent(std::span<const std::uint64_t> tokens) const;
   void awaitTree();
   void fetchBulk();
   std::size_t sampleTree();

@@ -70,11 +70,6 @@ std::unique_ptr<AtspiBus> AtspiBus::connect(const std::string& address) {
   return std::unique_ptr<AtspiBus>(new AtspiBus(bus));
 }
 
-std::unique_ptr<AtspiBus> AtspiBus::connectToSessionBus() {
-  sd_bus* bus = nullptr;
-  return sd_bus_open_user(&bus) < 0 ? nullptr : std::unique_ptr<AtspiBus>(new AtspiBus(bus));
-}
-
 bool AtspiBus::isUsable() {
   if (isLost_ || inFlight_ > 0 || !queued_.empty()) return false;
   // Answers that came after their reading had given them up are read and dropped here.

@@ -60,8 +60,6 @@ class AtspiBus {
 
   /// Null when the address cannot be connected to.
   static std::unique_ptr<AtspiBus> connect(const std::string& address);
-  /// The user's session bus; null when there is none.
-  static std::unique_ptr<AtspiBus> connectToSessionBus();
 
   AtspiBus(const AtspiBus&) = delete;
   AtspiBus& operator=(const AtspiBus&) = delete;

@@ -6,6 +6,8 @@
 #include <memory>
 #include <utility>
 
+#include "QuilloCore/Support/Clocks.h"
+
 namespace quillo {
 namespace {
 
@@ -18,6 +20,20 @@ struct UnrefMessage {
 };
 using Message = std::unique_ptr<sd_bus_message, UnrefMessage>;
 
+/// Speaks the bus's greeting. A bus that is stopped accepts connections all the same, and the library would wait for
+/// its answer for a minute and a half.
+bool becomesReady(sd_bus* bus) {
+  const std::uint64_t started = systemUptimeNanoseconds();
+  while (sd_bus_is_ready(bus) == 0) {
+    const int processed = sd_bus_process(bus, nullptr);
+    if (processed < 0) return false;
+    if (processed > 0) continue;
+    const std::uint64_t elapsed = (systemUptimeNanoseconds() - started) / 1000;
+    if (elapsed >= timeoutMicroseconds || sd_bus_wait(bus, timeoutMicroseconds - elapsed) < 0) return false;
+  }
+  return sd_bus_is_ready(bus) > 0;
+}
+
 bool readIsEnabled(sd_bus* bus) {
   int isEnabled = 0;
   const int result = sd_bus_get_property_trivial(bus, service, path, "org.a11y.Status", "IsEnabled", nullptr,
@@ -28,7 +44,8 @@ bool readIsEnabled(sd_bus* bus) {
 }  // namespace
 
 void AtspiSessionBus::Close::operator()(sd_bus* bus) const {
-  sd_bus_flush_close_unref(bus);
+  // Every call here awaits its answer, so that nothing is left to be sent.
+  sd_bus_close_unref(bus);
 }
 
 sd_bus* AtspiSessionBus::connection() {
@@ -41,8 +58,9 @@ sd_bus* AtspiSessionBus::connection() {
   if (!bus_) {
     sd_bus* bus = nullptr;
     if (sd_bus_open_user(&bus) < 0) return nullptr;
-    sd_bus_set_method_call_timeout(bus, timeoutMicroseconds);
     bus_.reset(bus);
+    sd_bus_set_method_call_timeout(bus, timeoutMicroseconds);
+    if (!becomesReady(bus)) bus_.reset();
   }
   return bus_.get();
 }

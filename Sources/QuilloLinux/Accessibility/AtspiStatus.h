@@ -24,7 +24,8 @@ struct AtspiStatus {
 };
 
 /// The session's accessibility service. Keeps its connection to the session bus from one question to the next and
-/// connects anew when that has broken. Each question takes at most two seconds. Used by one thread at a time.
+/// connects anew when that has broken. A bus that does not answer costs a second for the connection and one for each
+/// call. Used by one thread at a time.
 class AtspiSessionBus {
  public:
   AtspiStatus readStatus();

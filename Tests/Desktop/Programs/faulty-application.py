@@ -17,6 +17,8 @@ can lie, hang and die at a chosen moment. Modes:
   stop-before      stops (SIGSTOP) when the first question about its frame arrives
   stop-middle      answers for forty messages, then stops
   exit-middle      answers for forty messages, then exits without a word
+  restart-middle   answers for forty messages, then starts anew as "plain", in the same process
+  close-middle     answers for forty messages, then closes its window and knows no object any more
   password         a password field whose text interface would hand the secret out
   frame-only       a large frame without children
 """
@@ -93,7 +95,7 @@ def build():
         top = [add("password", PASSWORD, SECRET, text=SECRET, states=(EDITABLE,)), "label"]
     elif MODE == "frame-only":
         top = []
-    elif MODE in ("stop-middle", "exit-middle"):
+    elif MODE.endswith("-middle"):
         top = [add(f"label{i}", LABEL, f"Label {i}") for i in range(200)]
     add("frame", FRAME, "Faulty", top, states=(ACTIVE,))
     add("root", APPLICATION, "faulty-application", ["frame"])
@@ -222,6 +224,12 @@ def serve(connection, message):
         os.kill(os.getpid(), signal.SIGSTOP)
     if MODE == "exit-middle" and served > 40:
         os._exit(0)
+    if MODE == "restart-middle" and served > 40:
+        os.closerange(3, 64)
+        os.execv(sys.executable, [sys.executable, sys.argv[0], "plain"])
+    if MODE == "close-middle" and served == 41:
+        window.destroy()
+        nodes.clear()
     node = nodes.get(key)
     result = node and answer(key, node, message.get_interface() or "", message.get_member(), message.get_args_list())
     if result is None:
@@ -237,7 +245,8 @@ def serve(connection, message):
 
 build()
 window = Gtk.Window(title="Faulty", default_width=WIDTH, default_height=HEIGHT)
-window.connect("destroy", Gtk.main_quit)
+if MODE != "close-middle":
+    window.connect("destroy", Gtk.main_quit)
 window.add(Gtk.Label(label="An application with its own mind"))
 
 loop = dbus.mainloop.glib.DBusGMainLoop()
