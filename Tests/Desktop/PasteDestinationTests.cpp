@@ -107,7 +107,7 @@ TEST(PasteDestination, aKeyboardWithoutTheLetterPastesNothingIntoATerminal) {
   EXPECT_EQ(desktop.sendPaste(target), PasteKeystrokeResult::failed);
 }
 
-TEST(PasteDestination, heldModifiersAreSeenAndHoldTheKeystrokeUp) {
+TEST(PasteDestination, heldKeysAreSeenAndHoldTheKeystrokeUp) {
   const PasteRecorder recorder(PasteField::gtk3Editor);
   Destination desktop;
   const FrozenPasteTarget target = desktop.await(recorder, PasteField::gtk3Editor);
@@ -125,6 +125,10 @@ TEST(PasteDestination, heldModifiersAreSeenAndHoldTheKeystrokeUp) {
     runProgram({"xdotool", "keyup", key});
     EXPECT_EQ(modifiers.physicalModifierFlags(), PhysicalModifierFlags()) << key;
   }
+  // While the key of a shortcut is down, all keys go to whoever answers the shortcut.
+  runProgram({"xdotool", "keydown", "F9"});
+  EXPECT_EQ(desktop.sendPaste(target), PasteKeystrokeResult::failed);
+  runProgram({"xdotool", "keyup", "F9"});
   runProgram({"xdotool", "keydown", "Alt_L"});
   EXPECT_EQ(desktop.sendPaste(target), PasteKeystrokeResult::failed);
   EXPECT_EQ(modifiers.physicalModifierFlags(), (PhysicalModifierFlags{.option = true}))

@@ -10,9 +10,9 @@ namespace {
 /// Past this an answer about the focus is of no use, whatever it is that hangs.
 constexpr double questionDeadline = 1.0;
 
-/// How long the keystroke waits for fingers that are back on a modifier key, and how often it looks.
-constexpr double modifierPatience = 0.5;
-constexpr double modifierPollInterval = 0.01;
+/// How long the keystroke waits for fingers that are on a key, and how often it looks.
+constexpr double fingerPatience = 0.5;
+constexpr double fingerPollInterval = 0.01;
 
 template <class T>
 Task<T> answer(std::function<T()> question) {
@@ -60,7 +60,7 @@ Task<bool> AccessibilityPasteDestination::isCurrent(FrozenPasteTarget target) {
 Task<PasteKeystrokeResult> AccessibilityPasteDestination::sendPaste(FrozenPasteTarget target) {
   // Without a deadline around it: keys must not be pressed when nobody waits for them any more.
   MonotonicClock& clock = providers_.clock;
-  const std::uint64_t deadline = uptimeAfter(clock.uptimeNanoseconds(), modifierPatience);
+  const std::uint64_t deadline = uptimeAfter(clock.uptimeNanoseconds(), fingerPatience);
   while (true) {
     auto press = [this, target] { return providers_.keystroke.send(target.keystroke, target.identity.inputFocus); };
     Task<PasteKeystrokeOutcome> pressing = queue_.run(std::move(press));
@@ -69,9 +69,9 @@ Task<PasteKeystrokeResult> AccessibilityPasteDestination::sendPaste(FrozenPasteT
     if (outcome == PasteKeystrokeOutcome::focusMoved) co_return PasteKeystrokeResult::destinationChanged;
     if (outcome == PasteKeystrokeOutcome::failed) co_return PasteKeystrokeResult::failed;
     if (clock.uptimeNanoseconds() >= deadline) co_return PasteKeystrokeResult::failed;
-    Task<> waiting = sleepFor(clock, modifierPollInterval);
+    Task<> waiting = sleepFor(clock, fingerPollInterval);
     co_await std::move(waiting);
-    // Whoever holds a modifier may be on the way to another field.
+    // Whoever holds a key may be on the way to another field.
     Task<bool> checking = isCurrent(target);
     if (!co_await std::move(checking)) co_return PasteKeystrokeResult::destinationChanged;
   }

@@ -8,9 +8,9 @@ namespace quillo {
 
 enum class PasteKeystrokeOutcome : std::uint8_t {
   sent,
-  focusMoved,     ///< the keys would have gone to another window
-  modifiersHeld,  ///< a finger is on a modifier key, which would make it another command
-  failed,         ///< the keyboard lacks the keys, or there is none
+  focusMoved,  ///< the keys would have gone to another window
+  keysHeld,    ///< a finger is on a key: a modifier makes it another command, and a shortcut may keep the keyboard
+  failed,      ///< the keyboard lacks the keys, or there is none
 };
 
 /// Presses keys for the user. Used by one thread.

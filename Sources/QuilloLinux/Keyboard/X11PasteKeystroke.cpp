@@ -3,6 +3,7 @@
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <ranges>
@@ -72,11 +73,14 @@ PasteKeystrokeOutcome X11PasteKeystroke::send(PasteKeystroke keystroke, std::uin
   xcb_connection_t* display = connection_->get();
   const DisplayGrab grab(display);
   const auto focusCookie = xcb_get_input_focus(display);
+  const auto pressedCookie = xcb_query_keymap(display);
   const auto state = readKeyboardState(*connection_);
   const X11Reply<xcb_get_input_focus_reply_t> focus(xcb_get_input_focus_reply(display, focusCookie, nullptr));
-  if (!state || !focus) return PasteKeystrokeOutcome::failed;
+  const X11Reply<xcb_query_keymap_reply_t> pressed(xcb_query_keymap_reply(display, pressedCookie, nullptr));
+  if (!state || !focus || !pressed) return PasteKeystrokeOutcome::failed;
   if (focus->focus != inputFocus) return PasteKeystrokeOutcome::focusMoved;
-  if (((state->base | state->latched) & nonLockingModifiers) != 0) return PasteKeystrokeOutcome::modifiersHeld;
+  const bool isAnyKeyDown = std::ranges::any_of(pressed->keys, [](std::uint8_t eightKeys) { return eightKeys != 0; });
+  if (isAnyKeyDown || (state->latched & nonLockingModifiers) != 0) return PasteKeystrokeOutcome::keysHeld;
   const auto lookup = X11KeyLookup::read(*connection_, state->group);
   const std::vector<std::uint8_t> keys = lookup ? keysOf(keystroke, *lookup) : std::vector<std::uint8_t>{};
   if (keys.empty()) return PasteKeystrokeOutcome::failed;

@@ -37,7 +37,7 @@ struct FakeDesktop : InputFocusProviding, FocusedElementProviding, PasteKeystrok
   bool isAllowed() override { return isKeystrokeAllowed; }
   PasteKeystrokeOutcome send(PasteKeystroke keystroke, std::uint32_t inputFocus) override {
     if (inputFocus != focus->window) return PasteKeystrokeOutcome::focusMoved;
-    if (heldCount-- > 0) return PasteKeystrokeOutcome::modifiersHeld;
+    if (heldCount-- > 0) return PasteKeystrokeOutcome::keysHeld;
     if (keystrokeOutcome == PasteKeystrokeOutcome::sent) sent.push_back(keystroke);
     return keystrokeOutcome;
   }
