@@ -258,7 +258,11 @@ TEST(PasteDelivery, whenTheFocusMovesNothingMoreIsPastedAndTheClipboardComesBack
     delivering.interruptions.before(step, [&] {
       window = std::make_unique<TestWindow>();
       window->activate();
-      EXPECT_TRUE(eventually([&] { return X11InputFocus().inputFocus()->processIdentifier == ::getpid(); }));
+      // On its way the focus is nowhere.
+      EXPECT_TRUE(eventually([&] {
+        const auto focus = X11InputFocus().inputFocus();
+        return focus && focus->processIdentifier == ::getpid();
+      }));
     });
     const PasteDeliveryResult result = delivering.deliver(target);
     EXPECT_EQ(pasteMessage(result), "The destination changed before Quillo could finish pasting") << step;
