@@ -47,7 +47,7 @@ template <class Decode>
 auto ArtifactBundleReader::decodeFile(const std::string& filename, Decode decode) const {
   const std::string bytes = bundle_.readFile(filename);
   try {
-    return decode(std::string_view(bytes));
+    return decode(bytes);
   } catch (const JsonError& error) {
     throw ArtifactFileError(std::filesystem::path(bundleName_) / filename, error);
   } catch (const CanonicalAccessibilityEvidenceCodecError& error) {
@@ -56,8 +56,8 @@ auto ArtifactBundleReader::decodeFile(const std::string& filename, Decode decode
 }
 
 ArtifactManifest ArtifactBundleReader::readManifest(ListingDetail detail) const {
-  auto manifest = decodeFile(std::string(ArtifactBundleLayout::manifestFilename), [&](std::string_view bytes) {
-    const JsonDocument document = JsonDocument::parse(bytes);
+  auto manifest = decodeFile(std::string(ArtifactBundleLayout::manifestFilename), [&](const std::string& bytes) {
+    const JsonDocument document = JsonDocument::parseInPlace(bytes);
     const JsonCursor root = document.root();
     requireSchemaVersion(root, 1, ArtifactManifest::currentSchemaVersion);
     return detail == ListingDetail::everything ? readJson<ArtifactManifest>(root) : readWithoutContextText(root);
@@ -72,16 +72,16 @@ std::string ArtifactBundleReader::readScreenshot(const ArtifactManifest& manifes
 
 AccessibilitySnapshot ArtifactBundleReader::readSnapshot(const ArtifactManifest& manifest) const {
   if (manifest.evidenceFilename) {
-    return decodeFile(*manifest.evidenceFilename, [](std::string_view bytes) {
-      const JsonDocument document = JsonDocument::parse(bytes);
+    return decodeFile(*manifest.evidenceFilename, [](const std::string& bytes) {
+      const JsonDocument document = JsonDocument::parseInPlace(bytes);
       requireSchemaVersion(document.root(), CanonicalAccessibilityEvidence::currentSchemaVersion,
                            CanonicalAccessibilityEvidence::currentSchemaVersion);
       return CanonicalAccessibilityEvidenceCodec::decodeSnapshot(document.root());
     });
   }
   if (manifest.accessibilityFilename) {
-    return decodeFile(*manifest.accessibilityFilename, [](std::string_view bytes) {
-      const JsonDocument document = JsonDocument::parse(bytes);
+    return decodeFile(*manifest.accessibilityFilename, [](const std::string& bytes) {
+      const JsonDocument document = JsonDocument::parseInPlace(bytes);
       requireSchemaVersion(document.root(), 1, AccessibilitySnapshot::currentSchemaVersion);
       return readJson<AccessibilitySnapshot>(document.root());
     });
@@ -95,8 +95,8 @@ InterfaceObservationRead ArtifactBundleReader::readObservation(const ArtifactMan
   std::optional<InterfaceObservation> stored;
   if (manifest.observationFilename && bundle_.status(*manifest.observationFilename)) {
     stored =
-        decodeFile(*manifest.observationFilename, [](std::string_view bytes) -> std::optional<InterfaceObservation> {
-          const JsonDocument document = JsonDocument::parse(bytes);
+        decodeFile(*manifest.observationFilename, [](const std::string& bytes) -> std::optional<InterfaceObservation> {
+          const JsonDocument document = JsonDocument::parseInPlace(bytes);
           const JsonCursor root = document.root();
           requireSchemaVersion(root, 1, InterfaceObservation::currentSchemaVersion);
           const auto version = readJson<std::int64_t>(root.require("schemaVersion"));

@@ -1,6 +1,8 @@
 #include "QuilloCore/Artifacts/CanonicalAccessibilityEvidenceCodec.h"
 
 #include <cstddef>
+#include <optional>
+#include <type_traits>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -11,7 +13,29 @@
 #include "QuilloCore/Support/Sha256.h"
 #include "QuilloCore/Support/Utf16.h"
 
-namespace quillo::CanonicalAccessibilityEvidenceCodec {
+namespace quillo {
+namespace {
+
+/// A text blob as it stands in a parsed file, nothing copied.
+struct TextBlobInFile {
+  std::int64_t id = 0;
+  std::string_view sha256;
+  std::int64_t utf8ByteCount = 0;
+  std::int64_t utf16Length = 0;
+  std::string_view text;
+};
+
+}  // namespace
+
+template <>
+struct JsonFields<TextBlobInFile> {
+  using R = TextBlobInFile;
+  static constexpr auto table = std::tuple{jsonField("id", &R::id), jsonField("sha256", &R::sha256),
+                                           jsonField("utf8ByteCount", &R::utf8ByteCount),
+                                           jsonField("utf16Length", &R::utf16Length), jsonField("text", &R::text)};
+};
+
+namespace CanonicalAccessibilityEvidenceCodec {
 namespace {
 
 using Error = CanonicalAccessibilityEvidenceCodecError;
@@ -37,36 +61,42 @@ void requireUniqueNodeIDs(const auto& nodes) {
   }
 }
 
-/// Finds texts by their number. Numbers are dense in what we write, but need not be.
+/// Finds texts by their number. Numbers are dense in what we write, but need not be. The blobs must outlive it.
 class TextBlobTable {
  public:
-  explicit TextBlobTable(const std::vector<CanonicalAccessibilityTextBlob>& blobs) : blobs_(blobs) {
+  template <class Blob>
+  explicit TextBlobTable(const std::vector<Blob>& blobs) {
     for (std::size_t i = 0; i < blobs.size() && isDense_; ++i) isDense_ = std::cmp_equal(blobs[i].id, i);
-    if (isDense_) return;
+    if (isDense_) texts_.reserve(blobs.size());
     for (const auto& blob : blobs) {
-      if (!byID_.try_emplace(blob.id, &blob).second) throw Error(Error::DuplicateTextBlobID{blob.id});
+      if (isDense_) {
+        texts_.push_back(blob.text);
+      } else if (!byID_.try_emplace(blob.id, blob.text).second) {
+        throw Error(Error::DuplicateTextBlobID{blob.id});
+      }
     }
   }
 
-  const std::string& text(std::int64_t id) const {
+  std::string_view text(std::int64_t id) const {
     if (isDense_) {
-      if (std::cmp_less(id, 0) || std::cmp_greater_equal(id, blobs_.size())) throw Error(Error::MissingTextBlob{id});
-      return blobs_[static_cast<std::size_t>(id)].text;
+      if (std::cmp_less(id, 0) || std::cmp_greater_equal(id, texts_.size())) throw Error(Error::MissingTextBlob{id});
+      return texts_[static_cast<std::size_t>(id)];
     }
     const auto found = byID_.find(id);
     if (found == byID_.end()) throw Error(Error::MissingTextBlob{id});
-    return found->second->text;
+    return found->second;
   }
 
   void require(std::int64_t id) const { text(id); }
 
  private:
-  const std::vector<CanonicalAccessibilityTextBlob>& blobs_;
   bool isDense_ = true;
-  std::unordered_map<std::int64_t, const CanonicalAccessibilityTextBlob*> byID_;
+  std::vector<std::string_view> texts_;
+  std::unordered_map<std::int64_t, std::string_view> byID_;
 };
 
-void requireDistinctTexts(const std::vector<CanonicalAccessibilityTextBlob>& blobs) {
+template <class Blob>
+void requireDistinctTexts(const std::vector<Blob>& blobs) {
   bool isAscending = true;
   for (std::size_t i = 1; i < blobs.size() && isAscending; ++i) isAscending = blobs[i - 1].text < blobs[i].text;
   if (isAscending) return;
@@ -77,7 +107,8 @@ void requireDistinctTexts(const std::vector<CanonicalAccessibilityTextBlob>& blo
   }
 }
 
-void requireMetadata(const std::vector<CanonicalAccessibilityTextBlob>& blobs) {
+template <class Blob>
+void requireMetadata(const std::vector<Blob>& blobs) {
   Sha256Hasher hasher;
   for (const auto& blob : blobs) {
     const bool matches = std::cmp_equal(blob.utf8ByteCount, blob.text.size()) &&
@@ -133,12 +164,12 @@ struct ToSnapshotValue {
   const TextBlobTable& texts;
 
   AccessibilityAttributeValue operator()(const TextBlobReference& reference) const {
-    return texts.text(reference.textBlobID);
+    return std::string(texts.text(reference.textBlobID));
   }
   AccessibilityAttributeValue operator()(const TextBlobListReference& reference) const {
     std::vector<std::string> list;
     list.reserve(reference.textBlobIDs.size());
-    for (const std::int64_t id : reference.textBlobIDs) list.push_back(texts.text(id));
+    for (const std::int64_t id : reference.textBlobIDs) list.emplace_back(texts.text(id));
     return list;
   }
   AccessibilityAttributeValue operator()(const auto& value) const { return value; }
@@ -161,31 +192,31 @@ CanonicalAccessibilityNode toCanonicalNode(const AccessibilityNode& node, const 
   return result;
 }
 
-const std::vector<std::int64_t>& childrenOf(const CanonicalAccessibilityNode& node) {
-  const CanonicalAccessibilityRelation* children = nullptr;
-  for (const auto& relation : node.relations) {
+std::vector<std::int64_t> takeChildren(CanonicalAccessibilityNode& node) {
+  CanonicalAccessibilityRelation* children = nullptr;
+  for (auto& relation : node.relations) {
     if (relation.kind != CanonicalAccessibilityRelationKind::children)
       throw Error(Error::UnsupportedRelationKind{node.id, relation.kind});
     if (children != nullptr) throw Error(Error::DuplicateChildrenRelation{node.id});
     children = &relation;
   }
   if (children == nullptr) throw Error(Error::MissingChildrenRelation{node.id});
-  return children->targetNodeIDs;
+  return std::move(children->targetNodeIDs);
 }
 
-AccessibilityNode toSnapshotNode(const CanonicalAccessibilityNode& node, const TextBlobTable& texts) {
+AccessibilityNode toSnapshotNode(CanonicalAccessibilityNode node, const TextBlobTable& texts) {
   AccessibilityNode result{.id = node.id,
                            .parentID = node.parentNodeID,
-                           .childIDs = childrenOf(node),
+                           .childIDs = takeChildren(node),
                            .depth = node.depth,
-                           .role = node.role,
-                           .subrole = node.subrole,
+                           .role = std::move(node.role),
+                           .subrole = std::move(node.subrole),
                            .frame = node.frame,
                            .isProtected = node.isProtected,
                            .attributes = {}};
   result.attributes.reserve(node.attributes.size());
-  for (const auto& attribute : node.attributes)
-    result.attributes.push_back({attribute.name, std::visit(ToSnapshotValue{texts}, attribute.value)});
+  for (auto& attribute : node.attributes)
+    result.attributes.push_back({std::move(attribute.name), std::visit(ToSnapshotValue{texts}, attribute.value)});
   result.sortAttributes();
   return result;
 }
@@ -195,15 +226,14 @@ bool isComplete(const AccessibilitySnapshot& snapshot) {
          snapshot.truncations.empty() && snapshot.issues.empty();
 }
 
-}  // namespace
-
-CanonicalAccessibilityEvidence makeEvidence(const AccessibilitySnapshot& snapshot) {
+void requireConvertible(const AccessibilitySnapshot& snapshot) {
   if (!isSupportedSnapshotVersion(snapshot.schemaVersion))
     throw Error(Error::UnsupportedSourceSnapshotSchemaVersion{snapshot.schemaVersion});
   requireUniqueNodeIDs(snapshot.nodes);
+}
 
-  const std::vector<std::string_view> texts = collectTexts(snapshot);
-  const TextInterner interner(texts);
+CanonicalAccessibilityEvidence withoutNodesAndTexts(const AccessibilitySnapshot& snapshot,
+                                                    const TextInterner& interner) {
   CanonicalAccessibilityEvidence evidence;
   evidence.sourceSnapshotSchemaVersion = snapshot.schemaVersion;
   evidence.capturedAt = {snapshot.capturedAt};
@@ -211,10 +241,6 @@ CanonicalAccessibilityEvidence makeEvidence(const AccessibilitySnapshot& snapsho
   evidence.rootNodeID = snapshot.rootID;
   evidence.focusedNodeID = snapshot.focusedNodeID;
   evidence.rootKind = snapshot.rootKind;
-  evidence.textBlobs = interner.makeBlobs();
-  evidence.nodes.reserve(snapshot.nodes.size());
-  for (const auto& node : snapshot.nodes) evidence.nodes.push_back(toCanonicalNode(node, interner));
-
   CanonicalAccessibilityCoverage& coverage = evidence.coverage;
   coverage.isComplete = isComplete(snapshot);
   coverage.nodeCount = snapshot.nodeCount;
@@ -228,9 +254,7 @@ CanonicalAccessibilityEvidence makeEvidence(const AccessibilitySnapshot& snapsho
   return evidence;
 }
 
-AccessibilitySnapshot makeSnapshot(const CanonicalAccessibilityEvidence& evidence) {
-  requireVersions(evidence);
-  const TextBlobTable texts(evidence.textBlobs);
+AccessibilitySnapshot withoutNodes(const CanonicalAccessibilityEvidence& evidence, const TextBlobTable& texts) {
   AccessibilitySnapshot snapshot;
   snapshot.schemaVersion = evidence.sourceSnapshotSchemaVersion;
   snapshot.capturedAt = evidence.capturedAt.date;
@@ -238,15 +262,59 @@ AccessibilitySnapshot makeSnapshot(const CanonicalAccessibilityEvidence& evidenc
   snapshot.rootKind = evidence.rootKind;
   snapshot.rootID = evidence.rootNodeID;
   snapshot.focusedNodeID = evidence.focusedNodeID;
-  snapshot.nodes.reserve(evidence.nodes.size());
-  for (const auto& node : evidence.nodes) snapshot.nodes.push_back(toSnapshotNode(node, texts));
   snapshot.characterCount = evidence.coverage.characterCount;
   snapshot.truncations = evidence.coverage.truncations;
   for (const auto& issue : evidence.coverage.issues) {
     snapshot.issues.push_back(
-        {issue.severity, issue.code, texts.text(issue.messageTextBlobID), issue.nodeID, issue.attribute});
+        {issue.severity, issue.code, std::string(texts.text(issue.messageTextBlobID)), issue.nodeID, issue.attribute});
   }
-  for (const std::int64_t id : evidence.coverage.warningTextBlobIDs) snapshot.warnings.push_back(texts.text(id));
+  for (const std::int64_t id : evidence.coverage.warningTextBlobIDs) snapshot.warnings.emplace_back(texts.text(id));
+  return snapshot;
+}
+
+void requireVersion(const JsonCursor& root) {
+  const auto version = readJson<std::int64_t>(root.require("schemaVersion"));
+  if (version != CanonicalAccessibilityEvidence::currentSchemaVersion)
+    throw Error(Error::UnsupportedSchemaVersion{version});
+}
+
+/// About as long as the file gets; where that is too short it costs time only.
+std::size_t expectedFileSize(const AccessibilitySnapshot& snapshot, const TextInterner& interner) {
+  constexpr std::size_t bytesOfNode = 230;
+  constexpr std::size_t bytesOfAttribute = 60;
+  constexpr std::size_t bytesOfText = 140;
+  std::size_t size = bytesOfNode * (snapshot.nodes.size() + 1);
+  for (const auto& node : snapshot.nodes) size += bytesOfAttribute * node.attributes.size();
+  for (const std::string_view text : interner.texts()) size += bytesOfText + text.size();
+  return size;
+}
+
+/// Whether a field of a record's table has this type.
+template <class Field, class Member>
+constexpr bool isOfType =
+    std::is_same_v<Member, std::remove_cvref_t<decltype(std::declval<const CanonicalAccessibilityEvidence&>().*
+                                                        std::declval<Field>().member)>>;
+
+}  // namespace
+
+CanonicalAccessibilityEvidence makeEvidence(const AccessibilitySnapshot& snapshot) {
+  requireConvertible(snapshot);
+  const TextInterner interner(collectTexts(snapshot));
+  CanonicalAccessibilityEvidence evidence = withoutNodesAndTexts(snapshot, interner);
+  Sha256Hasher hasher;
+  evidence.textBlobs.reserve(interner.texts().size());
+  for (std::size_t i = 0; i < interner.texts().size(); ++i) evidence.textBlobs.push_back(interner.makeBlob(i, hasher));
+  evidence.nodes.reserve(snapshot.nodes.size());
+  for (const auto& node : snapshot.nodes) evidence.nodes.push_back(toCanonicalNode(node, interner));
+  return evidence;
+}
+
+AccessibilitySnapshot makeSnapshot(const CanonicalAccessibilityEvidence& evidence) {
+  requireVersions(evidence);
+  const TextBlobTable texts(evidence.textBlobs);
+  AccessibilitySnapshot snapshot = withoutNodes(evidence, texts);
+  snapshot.nodes.reserve(evidence.nodes.size());
+  for (const auto& node : evidence.nodes) snapshot.nodes.push_back(toSnapshotNode(node, texts));
   snapshot.deriveFields();
   return snapshot;
 }
@@ -267,29 +335,70 @@ std::string encode(const CanonicalAccessibilityEvidence& evidence) {
 
 CanonicalAccessibilityEvidence decode(std::string_view bytes) {
   const JsonDocument document = JsonDocument::parse(bytes);
-  return decode(document.root());
-}
-
-CanonicalAccessibilityEvidence decode(const JsonCursor& root) {
-  const auto version = readJson<std::int64_t>(root.require("schemaVersion"));
-  if (version != CanonicalAccessibilityEvidence::currentSchemaVersion)
-    throw Error(Error::UnsupportedSchemaVersion{version});
-  auto evidence = readJson<CanonicalAccessibilityEvidence>(root);
+  requireVersion(document.root());
+  auto evidence = readJson<CanonicalAccessibilityEvidence>(document.root());
   validate(evidence);
   return evidence;
 }
 
 std::string encodeSnapshot(const AccessibilitySnapshot& snapshot) {
-  // As `encode`, without computing every digest a second time: what has just been made is valid.
-  return encodeJson(makeEvidence(snapshot), JsonStyle::compact);
+  requireConvertible(snapshot);
+  const TextInterner interner(collectTexts(snapshot));
+  const CanonicalAccessibilityEvidence rest = withoutNodesAndTexts(snapshot, interner);
+  Sha256Hasher hasher;
+  JsonWriter writer(JsonStyle::compact, expectedFileSize(snapshot, interner));
+  writer.beginObject();
+  forEachSortedField<CanonicalAccessibilityEvidence>([&](const auto& field) {
+    if constexpr (isOfType<decltype(field), std::vector<CanonicalAccessibilityNode>>) {
+      writer.key(field.key);
+      writer.beginArray();
+      for (const auto& node : snapshot.nodes) writeJson(writer, toCanonicalNode(node, interner));
+      writer.endArray();
+    } else if constexpr (isOfType<decltype(field), std::vector<CanonicalAccessibilityTextBlob>>) {
+      writer.key(field.key);
+      writer.beginArray();
+      for (std::size_t i = 0; i < interner.texts().size(); ++i) writeJson(writer, interner.makeBlob(i, hasher));
+      writer.endArray();
+    } else {
+      detail::writeField(writer, rest, field);
+    }
+  });
+  writer.endObject();
+  return writer.takeText();
 }
 
 AccessibilitySnapshot decodeSnapshot(std::string_view bytes) {
-  return makeSnapshot(decode(bytes));
+  return decodeSnapshot(JsonDocument::parse(bytes).root());
 }
 
 AccessibilitySnapshot decodeSnapshot(const JsonCursor& root) {
-  return makeSnapshot(decode(root));
+  requireVersion(root);
+  CanonicalAccessibilityEvidence rest;
+  std::vector<TextBlobInFile> blobs;
+  std::optional<JsonCursor> nodes;
+  JsonMembers members(root);
+  forEachSortedField<CanonicalAccessibilityEvidence>([&](const auto& field) {
+    if constexpr (isOfType<decltype(field), std::vector<CanonicalAccessibilityNode>>) {
+      nodes = members.require(field.key);
+    } else if constexpr (isOfType<decltype(field), std::vector<CanonicalAccessibilityTextBlob>>) {
+      blobs = readJson<std::vector<TextBlobInFile>>(members.require(field.key));
+    } else {
+      detail::readField(members, rest, field);
+    }
+  });
+  requireVersions(rest);
+  const TextBlobTable texts(blobs);
+  requireDistinctTexts(blobs);
+  requireMetadata(blobs);
+  AccessibilitySnapshot snapshot = withoutNodes(rest, texts);
+  snapshot.nodes.reserve(nodes->elementCount());
+  nodes->forEachElement([&](const JsonCursor& node) {
+    snapshot.nodes.push_back(toSnapshotNode(readJson<CanonicalAccessibilityNode>(node), texts));
+  });
+  requireUniqueNodeIDs(snapshot.nodes);
+  snapshot.deriveFields();
+  return snapshot;
 }
 
-}  // namespace quillo::CanonicalAccessibilityEvidenceCodec
+}  // namespace CanonicalAccessibilityEvidenceCodec
+}  // namespace quillo

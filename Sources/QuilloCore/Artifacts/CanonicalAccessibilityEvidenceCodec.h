@@ -27,10 +27,10 @@ std::string encode(const CanonicalAccessibilityEvidence& evidence);
 /// Reads the version by itself first, then everything, then validates.
 CanonicalAccessibilityEvidence decode(std::string_view bytes);
 
+/// The same as `encode(makeEvidence(snapshot))` and `makeSnapshot(decode(bytes))`, without holding the evidence whole.
 std::string encodeSnapshot(const AccessibilitySnapshot& snapshot);
 AccessibilitySnapshot decodeSnapshot(std::string_view bytes);
 /// As above, of a text that is parsed already.
-CanonicalAccessibilityEvidence decode(const JsonCursor& root);
 AccessibilitySnapshot decodeSnapshot(const JsonCursor& root);
 
 }  // namespace CanonicalAccessibilityEvidenceCodec

@@ -18,6 +18,7 @@ namespace fs = std::filesystem;
 
 constexpr mode_t directoryMode = 0700;
 constexpr mode_t fileMode = 0600;
+constexpr std::size_t readingMargin = 128;  // lets what parses the bytes look a little behind them
 constexpr int directoryFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
 
 class Descriptor {
@@ -200,6 +201,7 @@ class PosixDirectory final : public Directory {
 
   std::string readWhole(int file, const fs::path& path, std::uint64_t expectedSize) const {
     std::string bytes;
+    if (expectedSize <= fileSizeLimit_) bytes.reserve(expectedSize + readingMargin);
     // One byte more than expected, so that the end shows in the first read.
     for (std::uint64_t capacity = expectedSize + 1;; capacity = 2 * capacity) {
       if (bytes.size() > fileSizeLimit_ || expectedSize > fileSizeLimit_)

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-#include "QuilloCore/Support/Sha256.h"
 #include "QuilloCore/Support/Utf16.h"
 
 namespace quillo {
 
 TextInterner::TextInterner(const std::vector<std::string_view>& strings) {
+  ids_.reserve(strings.size());
   for (const std::string_view text : strings) {
     if (ids_.try_emplace(text, 0).second) texts_.push_back(text);
   }
@@ -15,18 +15,13 @@ TextInterner::TextInterner(const std::vector<std::string_view>& strings) {
   for (std::size_t i = 0; i < texts_.size(); ++i) ids_.find(texts_[i])->second = static_cast<std::int64_t>(i);
 }
 
-std::vector<CanonicalAccessibilityTextBlob> TextInterner::makeBlobs() const {
-  Sha256Hasher hasher;
-  std::vector<CanonicalAccessibilityTextBlob> blobs;
-  blobs.reserve(texts_.size());
-  for (const std::string_view text : texts_) {
-    blobs.push_back({.id = static_cast<std::int64_t>(blobs.size()),
-                     .sha256 = hexadecimalText(hasher.digest(text)),
-                     .utf8ByteCount = static_cast<std::int64_t>(text.size()),
-                     .utf16Length = utf16Length(text),
-                     .text = std::string(text)});
-  }
-  return blobs;
+CanonicalAccessibilityTextBlob TextInterner::makeBlob(std::size_t number, Sha256Hasher& hasher) const {
+  const std::string_view text = texts_[number];
+  return {.id = static_cast<std::int64_t>(number),
+          .sha256 = hexadecimalText(hasher.digest(text)),
+          .utf8ByteCount = static_cast<std::int64_t>(text.size()),
+          .utf16Length = utf16Length(text),
+          .text = std::string(text)};
 }
 
 }  // namespace quillo

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
 #include "QuilloCore/Artifacts/CanonicalAccessibilityEvidence.h"
+#include "QuilloCore/Support/Sha256.h"
 
 namespace quillo {
 
@@ -18,8 +20,11 @@ class TextInterner {
   /// The number of one of the texts.
   std::int64_t id(std::string_view text) const { return ids_.at(text); }
 
-  /// Every distinct text with its digest and lengths, in the order of the numbers.
-  std::vector<CanonicalAccessibilityTextBlob> makeBlobs() const;
+  /// Every distinct text, in the order of the numbers.
+  const std::vector<std::string_view>& texts() const { return texts_; }
+
+  /// One of the texts with its digest and lengths.
+  CanonicalAccessibilityTextBlob makeBlob(std::size_t number, Sha256Hasher& hasher) const;
 
  private:
   std::unordered_map<std::string_view, std::int64_t> ids_;

@@ -17,6 +17,8 @@ using simdjson::dom::element_type;
 
 static_assert(sizeof(element) == 2 * sizeof(std::uint64_t) && std::is_trivially_copyable_v<element>);
 static_assert(sizeof(simdjson::dom::array::iterator) == 2 * sizeof(std::uint64_t));
+static_assert(sizeof(simdjson::dom::object::iterator) == 2 * sizeof(std::uint64_t));
+static_assert(JsonDocument::paddingSize >= simdjson::SIMDJSON_PADDING);
 
 template <class Handle>
 element elementOf(const Handle& handle) {
@@ -117,6 +119,12 @@ std::string JsonCursor::text() const {
   return simdjson::minify(elementOf(handle_));
 }
 
+std::size_t JsonCursor::elementCount() const {
+  simdjson::dom::array array;
+  if (elementOf(handle_).get_array().get(array) != simdjson::SUCCESS) failWrongType("an array");
+  return array.size();
+}
+
 JsonCursor::ElementIteration JsonCursor::beginElements() const {
   simdjson::dom::array array;
   if (elementOf(handle_).get_array().get(array) != simdjson::SUCCESS) failWrongType("an array");
@@ -134,6 +142,31 @@ JsonCursor::Handle JsonCursor::currentElement(const ElementIteration& iteration)
   return std::bit_cast<Handle>(*position);
 }
 
+JsonMembers::JsonMembers(const JsonCursor& object) : object_(object) {
+  simdjson::dom::object members;
+  if (elementOf(object.handle_).get_object().get(members) != simdjson::SUCCESS) object.failWrongType("an object");
+  iteration_ = {std::bit_cast<JsonCursor::Handle>(members.begin()), std::bit_cast<JsonCursor::Handle>(members.end())};
+}
+
+std::optional<JsonCursor> JsonMembers::find(std::string_view key) {
+  // What has been passed is less than the key, so that the first equal one is the first of all.
+  while (iteration_.next != iteration_.end) {
+    auto position = std::bit_cast<simdjson::dom::object::iterator>(iteration_.next);
+    const int order = position.key().compare(key);
+    if (order > 0) break;
+    const element value = position.value();
+    ++position;
+    iteration_.next = std::bit_cast<JsonCursor::Handle>(position);
+    if (order == 0) return JsonCursor(std::bit_cast<JsonCursor::Handle>(value), &object_, key, 0);
+  }
+  return object_.find(key);
+}
+
+JsonCursor JsonMembers::require(std::string_view key) {
+  if (auto member = find(key)) return *member;
+  return object_.require(key);
+}
+
 struct JsonDocument::Storage {
   simdjson::dom::parser parser;
   element root;
@@ -145,11 +178,20 @@ JsonDocument& JsonDocument::operator=(JsonDocument&&) noexcept = default;
 JsonDocument::~JsonDocument() = default;
 
 JsonDocument JsonDocument::parse(std::string_view text) {
+  return parse(text, false);
+}
+
+JsonDocument JsonDocument::parseInPlace(const std::string& text) {
+  return parse(text, text.capacity() - text.size() >= paddingSize);
+}
+
+JsonDocument JsonDocument::parse(std::string_view text, bool isPadded) {
   auto storage = std::make_unique<Storage>();
   if (text.data() == nullptr) text = "";  // the parser copies even nothing, and not from nowhere
   // The parser counts the document itself as a level.
   auto failure = storage->parser.allocate(text.size(), maximumDepth + 1);
-  if (failure == simdjson::SUCCESS) failure = storage->parser.parse(text.data(), text.size()).get(storage->root);
+  if (failure == simdjson::SUCCESS)
+    failure = storage->parser.parse(text.data(), text.size(), !isPadded).get(storage->root);
   if (failure != simdjson::SUCCESS) throw locateJsonError(text, maximumDepth, simdjson::error_message(failure));
   return JsonDocument(std::move(storage));
 }

@@ -42,6 +42,8 @@ class JsonCursor {
   /// This value as compact JSON text, for values that are passed on and not understood.
   std::string text() const;
 
+  /// Of an array. Throws WrongType when this is none.
+  std::size_t elementCount() const;
   /// Calls `visit(cursor)` for every element of an array, in order. Throws WrongType when this is no array.
   template <class Visitor>
   void forEachElement(Visitor&& visit) const {
@@ -57,6 +59,7 @@ class JsonCursor {
 
  private:
   friend class JsonDocument;
+  friend class JsonMembers;
   using Handle = std::array<std::uint64_t, 2>;  // the parser's own two-word reference
   struct ElementIteration {
     Handle next;
@@ -77,13 +80,34 @@ class JsonCursor {
   std::size_t index_;
 };
 
+/// The members of one object for a reader that asks for their keys in ascending order. Where they stand in that order
+/// too, as in everything that we write, each is found where the one before it ended.
+class JsonMembers {
+ public:
+  /// The cursor must outlive the members. Throws WrongType when it is no object.
+  explicit JsonMembers(const JsonCursor& object);
+
+  /// As the functions of JsonCursor.
+  std::optional<JsonCursor> find(std::string_view key);
+  JsonCursor require(std::string_view key);
+
+ private:
+  const JsonCursor& object_;
+  JsonCursor::ElementIteration iteration_;
+};
+
 /// A parsed JSON text. Owns everything that its cursors refer to.
 class JsonDocument {
  public:
   static constexpr std::size_t maximumDepth = 1024;
 
+  /// The parser reads so far behind the end of a text; without room for that it works on a copy.
+  static constexpr std::size_t paddingSize = 64;
+
   /// Throws JsonError::Malformed, NotUtf8 or TooDeep.
   static JsonDocument parse(std::string_view text);
+  /// The same without the copy, when the text's capacity exceeds its size by the padding.
+  static JsonDocument parseInPlace(const std::string& text);
 
   JsonDocument(JsonDocument&&) noexcept;
   JsonDocument& operator=(JsonDocument&&) noexcept;
@@ -93,6 +117,7 @@ class JsonDocument {
 
  private:
   struct Storage;
+  static JsonDocument parse(std::string_view text, bool isPadded);
   explicit JsonDocument(std::unique_ptr<Storage> storage);
   std::unique_ptr<Storage> storage_;
 };
@@ -101,6 +126,17 @@ template <class T>
 T readJson(const JsonCursor& cursor);
 
 namespace detail {
+
+template <class Record, class Field>
+void readField(JsonMembers& members, Record& record, const Field& field) {
+  using Member = std::remove_cvref_t<decltype(record.*field.member)>;
+  if constexpr (isOptional<Member>) {
+    if (const auto member = members.find(field.key))
+      record.*field.member = readJson<typename Member::value_type>(*member);
+  } else {
+    record.*field.member = readJson<Member>(members.require(field.key));
+  }
+}
 
 template <class T>
 struct JsonReading {
@@ -114,8 +150,8 @@ struct JsonReading {
       return static_cast<T>(value);
     } else if constexpr (std::floating_point<T>) {
       return cursor.number();
-    } else if constexpr (std::same_as<T, std::string>) {
-      return std::string(cursor.string());
+    } else if constexpr (std::same_as<T, std::string> || std::same_as<T, std::string_view>) {
+      return T(cursor.string());  // a view as long as the document
     } else if constexpr (NamedEnumeration<T>) {
       const std::string_view name = cursor.string();
       const auto& names = EnumerationNames<T>::names;
@@ -125,16 +161,8 @@ struct JsonReading {
       throw JsonError(JsonError::UnknownName{cursor.path(), std::string(name)});
     } else if constexpr (JsonRecord<T>) {
       T record{};
-      forEachSortedField<T>([&](const auto& field) {
-        using Member = std::remove_cvref_t<decltype(record.*field.member)>;
-        if constexpr (isOptional<Member>) {
-          if (const auto member = cursor.find(field.key)) {
-            record.*field.member = readJson<typename Member::value_type>(*member);
-          }
-        } else {
-          record.*field.member = readJson<Member>(cursor.require(field.key));
-        }
-      });
+      JsonMembers members(cursor);
+      forEachSortedField<T>([&](const auto& field) { readField(members, record, field); });
       return record;
     } else {
       return JsonCodec<T>::read(cursor);
@@ -146,6 +174,7 @@ template <class T>
 struct JsonReading<std::vector<T>> {
   static std::vector<T> read(const JsonCursor& cursor) {
     std::vector<T> values;
+    values.reserve(cursor.elementCount());
     cursor.forEachElement([&](const JsonCursor& element) { values.push_back(readJson<T>(element)); });
     return values;
   }

@@ -1,16 +1,67 @@
 #include "QuilloCore/Support/JsonWriter.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 
 #include "QuilloCore/Support/JsonError.h"
 
 namespace quillo {
+namespace {
+
+constexpr std::uint64_t ofEachByte(std::uint64_t byte) {
+  return byte * 0x0101010101010101U;
+}
+
+/// Whether none of eight bytes must be escaped. Subtracting from each byte borrows across bytes, but only behind one
+/// that is to be escaped.
+bool areEightPlain(const char* bytes) {
+  std::uint64_t block = 0;
+  std::memcpy(&block, bytes, sizeof(block));
+  const auto holdsZero = [](std::uint64_t value) { return (value - ofEachByte(1)) & ~value; };
+  const std::uint64_t control = (block - ofEachByte(0x20)) & ~block;
+  const std::uint64_t quote = holdsZero(block ^ ofEachByte('"'));
+  const std::uint64_t backslash = holdsZero(block ^ ofEachByte('\\'));
+  return ((control | quote | backslash) & ofEachByte(0x80)) == 0;
+}
+
+bool isPlain(char c) {
+  return static_cast<unsigned char>(c) >= 0x20 && c != '"' && c != '\\';
+}
+
+/// How many bytes at the beginning stand for themselves.
+std::size_t plainLength(std::string_view text) {
+  std::size_t length = 0;
+  while (length + 8 <= text.size() && areEightPlain(text.data() + length)) length += 8;
+  while (length < text.size() && isPlain(text[length])) ++length;
+  return length;
+}
+
+}  // namespace
+
+std::string JsonWriter::takeText() {
+  text_.resize(size_);
+  size_ = 0;
+  return std::move(text_);
+}
+
+void JsonWriter::grow(std::size_t count) {
+  constexpr std::size_t smallestSize = 4096;
+  const std::size_t size = std::max({size_ + count, 2 * text_.size(), smallestSize});
+  text_.resize_and_overwrite(size, [](char* /*bytes*/, std::size_t newSize) { return newSize; });
+}
+
+void JsonWriter::append(std::string_view text) {
+  if (text.empty()) return;
+  std::memcpy(room(text.size()), text.data(), text.size());
+  size_ += text.size();
+}
 
 void JsonWriter::begin(char bracket) {
   separate();
-  text_ += bracket;
+  append(bracket);
   ++depth_;
   isFirst_ = true;
 }
@@ -18,7 +69,7 @@ void JsonWriter::begin(char bracket) {
 void JsonWriter::end(char bracket) {
   --depth_;
   if (!isFirst_) indent();
-  text_ += bracket;
+  append(bracket);
   isFirst_ = false;
 }
 
@@ -27,21 +78,24 @@ void JsonWriter::separate() {
     followsKey_ = false;
     return;
   }
-  if (!isFirst_) text_ += ',';
+  if (!isFirst_) append(',');
   if (depth_ > 0) indent();
   isFirst_ = false;
 }
 
 void JsonWriter::indent() {
   if (style_ == JsonStyle::compact) return;
-  text_ += '\n';
-  text_.append(2 * depth_, ' ');
+  const std::size_t length = 1 + 2 * depth_;
+  char* const line = room(length);
+  *line = '\n';
+  std::memset(line + 1, ' ', length - 1);
+  size_ += length;
 }
 
 void JsonWriter::key(std::string_view name) {
   separate();
   quoted(name);
-  text_ += style_ == JsonStyle::compact ? ":" : ": ";
+  append(style_ == JsonStyle::compact ? ":" : ": ");
   followsKey_ = true;
 }
 
@@ -52,65 +106,72 @@ void JsonWriter::string(std::string_view text) {
 
 void JsonWriter::boolean(bool value) {
   separate();
-  text_ += value ? "true" : "false";
+  append(value ? "true" : "false");
 }
 
 void JsonWriter::verbatim(std::string_view json) {
   separate();
-  text_ += json;
+  append(json);
 }
 
 void JsonWriter::integer(std::int64_t value) {
   separate();
-  std::array<char, 24> digits{};
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
-  text_.append(digits.data(), end);
+  constexpr std::size_t longestInteger = 20;
+  char* const first = room(longestInteger);
+  size_ += static_cast<std::size_t>(std::to_chars(first, first + longestInteger, value).ptr - first);
 }
 
 void JsonWriter::number(double value) {
   if (!std::isfinite(value)) throw JsonError(JsonError::NotFinite{});
-  separate();
   if (value == 0 && std::signbit(value)) {
-    text_ += "-0.0";  // "-0" would be read as an integer, which has no sign of zero
+    separate();
+    append("-0.0");  // "-0" would be read as an integer, which has no sign of zero
     return;
   }
-  // Written out in full, a whole number beyond 64 bits would be read as an integer that does not fit.
-  constexpr double wholeDigitsLimit = 1e18;
-  std::array<char, 40> digits{};
-  char* const first = digits.data();
-  char* const last = first + digits.size();
+  // Whole numbers have all their digits, as long as a double tells them from their neighbours.
+  constexpr double wholeDigitsLimit = 9007199254740992;
+  if (std::abs(value) <= wholeDigitsLimit && std::trunc(value) == value) {
+    integer(static_cast<std::int64_t>(value));
+    return;
+  }
+  separate();
+  // Larger ones could be read as an integer that does not fit into 64 bits.
+  constexpr std::size_t longestNumber = 40;
+  char* const first = room(longestNumber);
   const auto result = std::abs(value) < wholeDigitsLimit
-                          ? std::to_chars(first, last, value)
-                          : std::to_chars(first, last, value, std::chars_format::scientific);
-  text_.append(first, result.ptr);
+                          ? std::to_chars(first, first + longestNumber, value)
+                          : std::to_chars(first, first + longestNumber, value, std::chars_format::scientific);
+  size_ += static_cast<std::size_t>(result.ptr - first);
 }
 
 void JsonWriter::quoted(std::string_view text) {
-  static constexpr std::string_view hexDigits = "0123456789abcdef";
-  text_ += '"';
-  std::size_t start = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto c = static_cast<unsigned char>(text[i]);
-    if (c >= 0x20 && c != '"' && c != '\\') continue;
-    text_.append(text, start, i - start);
-    start = i + 1;
-    text_ += '\\';
-    switch (c) {
-      case '"':
-      case '\\': text_ += static_cast<char>(c); break;
-      case '\n': text_ += 'n'; break;
-      case '\r': text_ += 'r'; break;
-      case '\t': text_ += 't'; break;
-      case '\b': text_ += 'b'; break;
-      case '\f': text_ += 'f'; break;
-      default:
-        text_ += "u00";
-        text_ += hexDigits[c >> 4U];
-        text_ += hexDigits[c & 0xFU];
-    }
+  append('"');
+  for (;;) {
+    const std::size_t length = plainLength(text);
+    append(text.substr(0, length));
+    if (length == text.size()) break;
+    escaped(static_cast<unsigned char>(text[length]));
+    text.remove_prefix(length + 1);
   }
-  text_.append(text, start, text.size() - start);
-  text_ += '"';
+  append('"');
+}
+
+void JsonWriter::escaped(unsigned char c) {
+  static constexpr std::string_view hexDigits = "0123456789abcdef";
+  append('\\');
+  switch (c) {
+    case '"':
+    case '\\': append(static_cast<char>(c)); break;
+    case '\n': append('n'); break;
+    case '\r': append('r'); break;
+    case '\t': append('t'); break;
+    case '\b': append('b'); break;
+    case '\f': append('f'); break;
+    default:
+      append("u00");
+      append(hexDigits[c >> 4U]);
+      append(hexDigits[c & 0xFU]);
+  }
 }
 
 }  // namespace quillo

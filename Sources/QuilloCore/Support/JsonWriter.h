@@ -23,7 +23,8 @@ enum class JsonStyle {
 /// keys in ascending order; text must be UTF-8.
 class JsonWriter {
  public:
-  explicit JsonWriter(JsonStyle style) : style_(style) {}
+  /// `expectedSize` spares a long text moves as it grows.
+  explicit JsonWriter(JsonStyle style, std::size_t expectedSize = 0) : style_(style) { grow(expectedSize); }
 
   void beginObject() { begin('{'); }
   void endObject() { end('}'); }
@@ -39,7 +40,7 @@ class JsonWriter {
   /// A value that is JSON text already; it is neither checked nor spaced anew.
   void verbatim(std::string_view json);
 
-  std::string takeText() { return std::move(text_); }
+  std::string takeText();
 
  private:
   void begin(char bracket);
@@ -47,9 +48,19 @@ class JsonWriter {
   void separate();
   void indent();
   void quoted(std::string_view text);
+  void escaped(unsigned char c);
+  void append(std::string_view text);
+  void append(char c) { *room(1) = c, ++size_; }
+  /// Where the next bytes go; at least so many fit.
+  char* room(std::size_t count) {
+    if (text_.size() - size_ < count) grow(count);
+    return text_.data() + size_;
+  }
+  void grow(std::size_t count);
 
   JsonStyle style_;
-  std::string text_;
+  std::string text_;      // longer than what has been written
+  std::size_t size_ = 0;  // bytes written
   std::size_t depth_ = 0;
   bool isFirst_ = true;
   bool followsKey_ = false;
@@ -77,20 +88,24 @@ inline constexpr bool isOptional = false;
 template <class T>
 inline constexpr bool isOptional<std::optional<T>> = true;
 
+/// The key and the value of one member, or nothing when it is absent.
+template <class Record, class Field>
+void writeField(JsonWriter& writer, const Record& record, const Field& field) {
+  const auto& member = record.*field.member;
+  if constexpr (isOptional<std::remove_cvref_t<decltype(member)>>) {
+    if (!member) return;
+    writer.key(field.key);
+    writeJson(writer, *member);
+  } else {
+    writer.key(field.key);
+    writeJson(writer, member);
+  }
+}
+
 template <class Record>
 void writeRecord(JsonWriter& writer, const Record& record) {
   writer.beginObject();
-  forEachSortedField<Record>([&](const auto& field) {
-    const auto& member = record.*field.member;
-    if constexpr (isOptional<std::remove_cvref_t<decltype(member)>>) {
-      if (!member) return;
-      writer.key(field.key);
-      writeJson(writer, *member);
-    } else {
-      writer.key(field.key);
-      writeJson(writer, member);
-    }
-  });
+  forEachSortedField<Record>([&](const auto& field) { writeField(writer, record, field); });
   writer.endObject();
 }
 
