@@ -1,5 +1,6 @@
 #include <unistd.h>
 
+#include <atomic>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -15,6 +16,7 @@
 #include "QuilloCore/Capture/FrontmostContextCaptureTargetResolver.h"
 #include "QuilloCore/Capture/FrontmostWindowScreenshotCapturer.h"
 #include "QuilloCore/Concurrency/BlockingLoop.h"
+#include "QuilloCore/Concurrency/OperationCancelled.h"
 #include "QuilloCore/Concurrency/SerialQueue.h"
 #include "QuilloCore/Concurrency/SystemMonotonicClock.h"
 #include "QuilloCore/Concurrency/TerminationSignals.h"
@@ -29,18 +31,36 @@ void showProgress(std::string_view step) {
   std::fflush(stderr);
 }
 
+/// Takes the line away, also when an error is to stand in its place.
+struct ClearedProgress {
+  ClearedProgress() = default;
+  ClearedProgress(const ClearedProgress&) = delete;
+  ClearedProgress& operator=(const ClearedProgress&) = delete;
+  ~ClearedProgress() { showProgress(""); }
+};
+
 /// Everything that a capture runs on; its queues end before what they use.
 class CaptureRun {
  public:
   CaptureRun(const CaptureOptions& options, CommandEnvironment& environment)
       : options_(options),
         environment_(environment),
-        signals_([this] { loop_.cancel(); }),
+        signals_([this] {
+          isInterrupted_ = true;
+          loop_.cancel();
+        }),
         capturer_(environment.accessibility, environment.wallClock),
         screenshots_(environment.windowImages, clock_, screenshotQueue_) {}
 
   ContextArtifactDraft run() {
     return loop_.run([this] { return makeDraft(); });
+  }
+
+  /// An interrupted one leaves nothing; once the bundle is in place it stays.
+  StoredArtifact store(const ContextArtifactDraft& draft, ArtifactStore& store) {
+    return store.create(draft, [this] {
+      if (isInterrupted_) throw OperationCancelled();
+    });
   }
 
  private:
@@ -90,6 +110,7 @@ class CaptureRun {
 
   const CaptureOptions& options_;
   CommandEnvironment& environment_;
+  std::atomic<bool> isInterrupted_ = false;
   BlockingLoop loop_;
   TerminationSignals signals_;  // before whatever has threads
   SystemMonotonicClock clock_;
@@ -103,10 +124,11 @@ class CaptureRun {
 }  // namespace
 
 CommandResult runCapture(const CaptureOptions& options, CommandEnvironment& environment, CommandLibrary& library) {
-  ContextArtifactDraft draft = CaptureRun(options, environment).run();
+  const ClearedProgress progress;
+  CaptureRun capture(options, environment);
+  const ContextArtifactDraft draft = capture.run();
   showProgress("Storing …");
-  const StoredArtifact stored = library.store().create(draft);
-  showProgress("");
+  const StoredArtifact stored = capture.store(draft, library.store());
   return {options.printsText ? ArtifactPasteTextRenderer::render(stored.manifest) : stored.manifest.id.text()};
 }
 

@@ -47,15 +47,21 @@ ArtifactBundleFiles encodeBundle(const ArtifactManifest& manifest, const Context
 }
 
 void writeBundle(Directory& root, const std::string& staging, const std::string& bundle,
-                 const ArtifactBundleFiles& files) {
+                 const ArtifactBundleFiles& files, const std::function<void()>& checkpoint) {
   bool isInPlace = false;
   try {
+    checkpoint();
     const auto directory = root.makeDirectory(staging);
-    directory->createFile(Layout::screenshotFilename, files.screenshot);
-    directory->createFile(Layout::evidenceFilename, files.evidence);
-    directory->createFile(Layout::observationFilename, files.observation);
-    directory->createFile(Layout::manifestFilename, files.manifest);
+    const auto createFile = [&](std::string_view name, std::string_view bytes) {
+      checkpoint();
+      directory->createFile(name, bytes);
+    };
+    createFile(Layout::screenshotFilename, files.screenshot);
+    createFile(Layout::evidenceFilename, files.evidence);
+    createFile(Layout::observationFilename, files.observation);
+    createFile(Layout::manifestFilename, files.manifest);
     directory->sync();
+    checkpoint();
     root.moveWithoutReplacing(staging, bundle);
     isInPlace = true;
     root.sync();

@@ -90,7 +90,7 @@ std::vector<std::string> ArtifactStore::bundleNames() {
   return names;
 }
 
-StoredArtifact ArtifactStore::create(const ContextArtifactDraft& draft) {
+StoredArtifact ArtifactStore::create(const ContextArtifactDraft& draft, const std::function<void()>& checkpoint) {
   requireSupportedSchemas(draft);
   const auto root = prepareRoot();
   ArtifactManifest manifest = manifestToStore(draft.manifest);
@@ -101,7 +101,7 @@ StoredArtifact ArtifactStore::create(const ContextArtifactDraft& draft) {
   const ArtifactBundleFiles files = encodeBundle(manifest, draft);
   const std::string staging = StagingDirectory::name(manifest.id, services_.identifiers.makeUUID());
   try {
-    writeBundle(*root, staging, name, files);
+    writeBundle(*root, staging, name, files, checkpoint);
   } catch (const FileSystemError& error) {
     // Another process made the same artifact meanwhile.
     if (error.isSystemFailure(EEXIST) && root->status(name)) throw Error(Error::ArtifactAlreadyExists{manifest.id});

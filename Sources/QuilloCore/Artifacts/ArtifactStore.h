@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -46,7 +47,9 @@ class ArtifactStore {
   /// The names of all bundle directories, damaged ones too, ascending.
   std::vector<std::string> bundleNames();
 
-  StoredArtifact create(const ContextArtifactDraft& draft);
+  /// `checkpoint` is called between the steps until the bundle is in place; what it throws ends the operation, and
+  /// nothing is left.
+  StoredArtifact create(const ContextArtifactDraft& draft, const std::function<void()>& checkpoint = [] {});
 
   /// Reads a bundle whole; writes nothing.
   LoadedArtifact load(const UUID& id);

@@ -95,6 +95,26 @@ TEST_F(ArtifactStoreTest, refusesDraftsOfOtherVersionsAndSecondOnesOfAnIdentifie
   EXPECT_THROW(store.create(makeDraft(secondID)), Error);
 }
 
+TEST_F(ArtifactStoreTest, anInterruptedCreateLeavesNothing) {
+  struct Interruption {};
+  store.prepare();
+  int step = 0;
+  for (bool wasInterrupted = true; wasInterrupted;) {
+    EXPECT_THAT(namesInRoot(), ElementsAre());
+    ++step;
+    wasInterrupted = false;
+    try {
+      store.create(makeDraft(), [&, left = step]() mutable {
+        if (--left == 0) throw Interruption();
+      });
+    } catch (const Interruption&) {
+      wasInterrupted = true;
+    }
+  }
+  EXPECT_EQ(7, step);
+  EXPECT_EQ("no error", errorOfLoading());
+}
+
 TEST_F(ArtifactStoreTest, listsNewestFirstAndLeavesOutWhatIsDamaged) {
   EXPECT_THROW(store.list(), FileSystemError);
   ContextArtifactDraft newer = makeDraft("99000000-0000-4000-8000-000000000000");
