@@ -105,6 +105,9 @@ class CaptureRun {
     operations.accessibilityOperation = [this](WindowCaptureTarget target) {
       return capturer_.capture(clock_, accessibilityQueue_, std::move(target));
     };
+    operations.secondLookOperation = [this](WindowCaptureTarget target) {
+      return screenshots_.lookAgain(std::move(target));
+    };
     return operations;
   }
 

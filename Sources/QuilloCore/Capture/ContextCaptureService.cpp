@@ -1,11 +1,14 @@
 #include "QuilloCore/Capture/ContextCaptureService.h"
 
+#include <fmt/format.h>
+
 #include <cmath>
 #include <exception>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "QuilloCore/Capture/AccessibilityCaptureError.h"
@@ -120,20 +123,19 @@ ArtifactSource sourceOf(const CapturedWindowMetadata& window) {
   return {window.applicationName, window.bundleIdentifier, window.title, window.frame};
 }
 
+void warnOfChange(AccessibilitySnapshot& snapshot, std::string_view what) {
+  snapshot.warnings.push_back(fmt::format(
+      "The window's {} changed while it was captured; the screenshot and the text may be of different moments.", what));
+}
+
 /// Pixels and tree are of different moments; what the window says of itself tells when that shows.
 void warnOfChanges(const FrozenContextCaptureTarget& target, const CapturedWindowMetadata& window,
                    AccessibilitySnapshot& snapshot) {
   constexpr double tolerance = 2;
-  if (window.title != target.windowTitle.value_or("")) {
-    snapshot.warnings.push_back(
-        "The window's title changed while it was captured; the screenshot and the text may be of different moments.");
-  }
+  if (window.title != target.windowTitle.value_or("")) warnOfChange(snapshot, "title");
   const bool isResized = std::abs(window.frame.width - target.windowFrame.width) > tolerance ||
                          std::abs(window.frame.height - target.windowFrame.height) > tolerance;
-  if (isResized) {
-    snapshot.warnings.push_back(
-        "The window's size changed while it was captured; the screenshot and the text may be of different moments.");
-  }
+  if (isResized) warnOfChange(snapshot, "size");
 }
 
 }  // namespace
@@ -187,12 +189,30 @@ Task<ContextCaptureResult> ContextCaptureService::capture(FrozenContextCaptureTa
     throw Error(Error::AccessibilityFailure{"The Accessibility pipeline finished without a result"});
   }
   warnOfChanges(target, halves->screenshot->window, *halves->snapshot);
+  Task<bool> looking = hasContentChanged(makeWindowCaptureTarget(target), halves->screenshot->fingerprint);
+  if (co_await std::move(looking)) warnOfChange(*halves->snapshot, "content");
   ContextCaptureResult result;
   result.source = sourceOf(halves->screenshot->window);
   result.target = std::move(target);
   result.screenshot = std::move(*halves->screenshot);
   result.accessibilitySnapshot = std::move(*halves->snapshot);
   co_return result;
+}
+
+Task<bool> ContextCaptureService::hasContentChanged(WindowCaptureTarget target, PictureFingerprint before) {
+  if (!operations_.secondLookOperation) co_return false;
+  // Below it are blinking carets, clocks and turning wheels; a line of text is above.
+  constexpr double noticeableShare = 0.01;
+  constexpr double longestLook = 1;
+  try {
+    auto look = [operation = operations_.secondLookOperation, target] { return operation(target); };
+    Task<PictureFingerprint> looking = runCancellableAsyncOperation(clock_, executor_, longestLook, std::move(look));
+    co_return changedShare(before, co_await std::move(looking)) > noticeableShare;
+  } catch (const OperationCancelled&) {
+    throw;
+  } catch (const std::exception&) {
+    co_return false;  // both halves are there; that the window is gone by now does not make them worse
+  }
 }
 
 }  // namespace quillo

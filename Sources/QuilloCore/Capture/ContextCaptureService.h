@@ -31,6 +31,8 @@ struct ContextCaptureOperations {
   std::function<ContextCapturePermissionState()> permissionProvider;
   std::function<Task<WindowScreenshotCapture>(WindowCaptureTarget)> screenshotOperation;
   std::function<Task<AccessibilitySnapshot>(WindowCaptureTarget)> accessibilityOperation;
+  /// What the window looks like when both halves have been read; where it is missing or fails, nothing is compared.
+  std::function<Task<PictureFingerprint>(WindowCaptureTarget)> secondLookOperation;
 };
 
 using ScreenshotObserver = std::function<void(const WindowScreenshotCapture&)>;
@@ -52,6 +54,8 @@ class ContextCaptureService {
   Task<ContextCaptureResult> capture(FrozenContextCaptureTarget target, ScreenshotObserver onScreenshot = {});
 
  private:
+  Task<bool> hasContentChanged(WindowCaptureTarget target, PictureFingerprint before);
+
   ContextCaptureOperations operations_;
   MonotonicClock& clock_;
   TaskExecutor executor_;

@@ -77,25 +77,38 @@ Task<WindowScreenshotCapture> FrontmostWindowScreenshotCapturer::capture(WindowC
   require(found != listed.end(),
           Error::FrozenWindowUnavailable{target.windowID, target.processIdentifier, target.applicationName});
 
-  auto takeImage = [windows = windows_, windowID = target.windowID] { return windows->image(windowID); };
-  auto imageTimedOut = [id = target.windowID](double seconds) { return Error::ScreenshotTimedOut{id, seconds}; };
-  auto imageFailed = [id = target.windowID](std::string reason) {
-    return Error::ScreenshotFailed{id, std::move(reason)};
-  };
-  Task<std::optional<BitmapImage>> taking =
-      callWithin(clock_, queue_.executor(), deadlines_.screenshot(), std::move(takeImage), std::move(imageTimedOut),
-                 std::move(imageFailed));
-  std::optional<BitmapImage> image = co_await std::move(taking);
-  require(image.has_value(), Error::ScreenshotReturnedNoImage{target.windowID});
+  Task<BitmapImage> taking = takeImage(target.windowID);
+  BitmapImage image = co_await std::move(taking);
 
   WindowScreenshotCapture result;
-  result.pixelWidth = image->width;
-  result.pixelHeight = image->height;
+  result.pixelWidth = image.width;
+  result.pixelHeight = image.height;
   result.window = *found;
-  auto encodeImage = [image = std::move(*image)] { return PNGImageEncoder::encode(image); };
+  if (image.isConsistent()) result.fingerprint = fingerprintOf(image);
+  auto encodeImage = [image = std::move(image)] { return PNGImageEncoder::encode(image); };
   Task<std::string> encoding = queue_.run(std::move(encodeImage));
   result.pngData = co_await std::move(encoding);
   co_return result;
+}
+
+Task<PictureFingerprint> FrontmostWindowScreenshotCapturer::lookAgain(WindowCaptureTarget target) {
+  Task<BitmapImage> taking = takeImage(target.windowID);
+  const BitmapImage image = co_await std::move(taking);
+  require(image.isConsistent(), Error::ScreenshotReturnedNoImage{target.windowID});
+  co_return fingerprintOf(image);
+}
+
+Task<BitmapImage> FrontmostWindowScreenshotCapturer::takeImage(std::uint32_t windowID) {
+  auto take = [windows = windows_, windowID] { return windows->image(windowID); };
+  auto imageTimedOut = [id = windowID](double seconds) { return Error::ScreenshotTimedOut{id, seconds}; };
+  auto imageFailed = [id = windowID](std::string reason) { return Error::ScreenshotFailed{id, std::move(reason)}; };
+  Task<std::optional<BitmapImage>> taking =
+      callWithin(clock_, queue_.executor(), deadlines_.screenshot(), std::move(take), std::move(imageTimedOut),
+                 std::move(imageFailed));
+  std::optional<BitmapImage> image = co_await std::move(taking);
+  require(image.has_value(), Error::ScreenshotReturnedNoImage{windowID});
+
+  co_return std::move(*image);
 }
 
 }  // namespace quillo

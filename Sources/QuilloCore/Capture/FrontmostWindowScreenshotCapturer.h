@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 
 #include "QuilloCore/Capture/WindowCaptureTarget.h"
@@ -26,7 +27,13 @@ class FrontmostWindowScreenshotCapturer {
   /// Not to be awaited on the queue. Throws WindowScreenshotCaptureError or OperationCancelled.
   Task<WindowScreenshotCapture> capture(WindowCaptureTarget target);
 
+  /// What the window looks like now, to be compared with its picture. Not to be awaited on the queue; throws as
+  /// `capture`.
+  Task<PictureFingerprint> lookAgain(WindowCaptureTarget target);
+
  private:
+  Task<BitmapImage> takeImage(std::uint32_t windowID);
+
   std::shared_ptr<WindowImageCapturing> windows_;
   MonotonicClock& clock_;
   SerialQueue& queue_;

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "QuilloCore/Capture/PictureFingerprint.h"
 #include "QuilloCore/Support/Geometry.h"
 
 namespace quillo {
@@ -27,6 +28,7 @@ struct WindowScreenshotCapture {
   std::int64_t pixelWidth = 0;
   std::int64_t pixelHeight = 0;
   CapturedWindowMetadata window;
+  PictureFingerprint fingerprint;  ///< of the picture's pixels
 
   friend bool operator==(const WindowScreenshotCapture&, const WindowScreenshotCapture&) = default;
 };

@@ -7,6 +7,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "QuilloCore/Capture/ContextCaptureServiceError.h"
 #include "QuilloCore/Concurrency/BlockingLoop.h"
@@ -174,6 +175,41 @@ TEST(ContextCaptureService, saysWhenTheWindowChangedMeanwhile) {
     return giveValue(capture);
   };
   EXPECT_EQ(service.capture(frozen(11, 400)).accessibilitySnapshot.warnings.size(), 2U);
+}
+
+TEST(ContextCaptureService, saysWhenThePictureIsOldByTheEnd) {
+  BitmapImage picture{.width = 200, .height = 200, .pixels = std::vector<std::uint8_t>(200 * 200 * 4, 255)};
+  ServiceUnderTest service;
+  service.operations.screenshotOperation = [&](WindowCaptureTarget /*target*/) {
+    WindowScreenshotCapture capture = screenshotOf(11, 400);
+    capture.fingerprint = fingerprintOf(picture);
+    return giveValue(capture);
+  };
+  const auto warningsAfter = [&](const PictureFingerprint& second) {
+    service.operations.secondLookOperation = [&](WindowCaptureTarget /*target*/) { return giveValue(second); };
+    return service.capture(frozen(11, 400)).accessibilitySnapshot.warnings;
+  };
+  using Warnings = std::vector<std::string>;
+  const Warnings changed = {
+      "The window's content changed while it was captured; the screenshot and the text may be of different moments."};
+  const auto paint = [&](std::size_t left, std::size_t top, std::size_t width, std::size_t height) {
+    BitmapImage painted = picture;
+    for (std::size_t y = top; y < top + height; ++y)
+      for (std::size_t x = left; x < left + width; ++x) painted.pixels[y * painted.bytesPerRow() + 4 * x] = 0;
+    return fingerprintOf(painted);
+  };
+  EXPECT_EQ(warningsAfter(fingerprintOf(picture)), Warnings{});
+  EXPECT_EQ(warningsAfter(paint(100, 100, 1, 12)), Warnings{}) << "a caret";
+  EXPECT_EQ(warningsAfter(paint(3, 190, 100, 10)), changed) << "a line of text in the last row";
+  picture.width = 100;
+  picture.height = 400;
+  EXPECT_EQ(warningsAfter(paint(0, 0, 0, 0)), Warnings{});
+  EXPECT_EQ(warningsAfter(fingerprintOf({.width = 1, .height = 1, .pixels = {0, 0, 0, 0}})), changed);
+
+  service.operations.secondLookOperation = [](WindowCaptureTarget /*target*/) {
+    return failWith<PictureFingerprint>(std::runtime_error("closed"));
+  };
+  EXPECT_EQ(service.capture(frozen(11, 400)).accessibilitySnapshot.warnings, Warnings{});
 }
 
 }  // namespace
