@@ -34,6 +34,9 @@ ContextCaptureOperations ApplicationServices::captureOperations() {
   operations.accessibilityOperation = [this](WindowCaptureTarget target) {
     return capturer_.capture(platform_.clock, accessibilityQueue_, std::move(target));
   };
+  operations.secondLookOperation = [this](WindowCaptureTarget target) {
+    return screenshots_.lookAgain(std::move(target));
+  };
   return operations;
 }
 
