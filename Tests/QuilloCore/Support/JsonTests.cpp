@@ -108,6 +108,27 @@ TEST(JsonWriter, recordsAreWrittenWithSortedKeysAndWithoutAbsentMembers) {
   EXPECT_EQ("[]", encodeJson(std::vector<Leaf>{}, JsonStyle::prettyPrinted));
 }
 
+TEST(JsonWriter, everyByteIsEscapedOrNotWhereverItStands) {
+  for (int byte = 0; byte < 0x80; ++byte) {
+    for (std::size_t position = 0; position < 20; ++position) {
+      std::string text(20, 'x');
+      text[position] = static_cast<char>(byte);
+      const std::string written = encodeJson(text, JsonStyle::compact);
+      EXPECT_EQ(text, decodeJson<std::string>(written));
+      const bool isEscaped = byte < 0x20 || byte == '"' || byte == '\\';
+      EXPECT_EQ(isEscaped, written[position + 1] == '\\') << byte << " at " << position;
+    }
+  }
+  const std::string text = std::string(9'000, 'y') + "\n" + std::string(7, 'z');
+  EXPECT_EQ("\"" + std::string(9'000, 'y') + "\\n" + std::string(7, 'z') + "\"", encodeJson(text, JsonStyle::compact));
+}
+
+TEST(JsonWriter, wholeNumbersHaveAllTheirDigits) {
+  const std::vector<double> numbers = {100'000, -1e15, 9007199254740992, 1e16, 1e-7, 1e300, -0.0, 0};
+  EXPECT_EQ("[100000,-1000000000000000,9007199254740992,1e+16,1e-07,1e+300,-0.0,0]",
+            encodeJson(numbers, JsonStyle::compact));
+}
+
 TEST(Json, recordsAreReadBackAsWritten) {
   for (const JsonStyle style : {JsonStyle::compact, JsonStyle::prettyPrinted}) {
     EXPECT_EQ(makeEverything(), decodeJson<Everything>(encodeJson(makeEverything(), style)));
@@ -189,6 +210,15 @@ TEST(JsonReader, unknownMembersAreIgnoredAndTheFirstOfEqualKeysCounts) {
   EXPECT_EQ((Leaf{.text = "first", .point = {}}),
             decodeJson<Leaf>(R"( {"more":[{}],"\u0074ext":"first","text":"second"} )"));
   EXPECT_EQ(std::string("\U0001F600\uFFFF\0", 8), decodeJson<std::string>(R"("\ud83d\ude00\uffff\u0000")"));
+}
+
+TEST(JsonReader, membersAreFoundInWhateverOrderTheyStand) {
+  for (const char* text : {R"({"point":{"x":1,"y":2},"text":"a"})", R"({"text":"a","point":{"y":2,"x":1}})",
+                           R"({"a":0,"point":{"w":[{"x":9}],"x":1,"xx":{},"y":2,"z":0},"text":"a","zz":0})",
+                           R"({"zz":0,"text":"a","point":{"y":2,"y":3,"x":1,"x":3},"point":0,"text":"b"})",
+                           R"({"point":{"x":1,"x":0,"y":2,"y":0},"point":1,"text":"a","text":"b"})"}) {
+    EXPECT_EQ((Leaf{.text = "a", .point = ArtifactPoint{1, 2}}), decodeJson<Leaf>(text)) << text;
+  }
 }
 
 TEST(JsonErrorLocation, refusedTextsAreNamedWithOffsetAndReason) {
