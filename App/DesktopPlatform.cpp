@@ -40,7 +40,8 @@ ApplicationPlatform DesktopPlatform::platform() {
           .hotKeyRegistrar = hotKeys_,
           .pasteboard = pasteboard_,
           .pasteDestination = pasteDestination_,
-          .modifiers = modifiers_};
+          .modifiers = modifiers_,
+          .pasteExclusion = &pasteExclusion_};
 }
 
 }  // namespace quillo

@@ -16,6 +16,7 @@
 #include "QuilloLinux/Desktop/XdgUserDefaults.h"
 #include "QuilloLinux/Keyboard/X11HotKeys.h"
 #include "QuilloLinux/Keyboard/X11InputFocus.h"
+#include "QuilloLinux/Keyboard/X11PasteExclusion.h"
 #include "QuilloLinux/Keyboard/X11PasteKeystroke.h"
 #include "QuilloLinux/Keyboard/X11PhysicalModifiers.h"
 #include "QuilloLinux/Windows/X11RunningApplications.h"
@@ -52,6 +53,7 @@ class DesktopPlatform {
   AtspiFocusedElement focusedElement_;
   X11PasteKeystroke keystroke_;
   X11PhysicalModifiers modifiers_;
+  X11PasteExclusion pasteExclusion_;
   AccessibilityPasteDestination pasteDestination_;
 };
 
