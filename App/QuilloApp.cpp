@@ -22,7 +22,7 @@ QuilloApp::QuilloApp(MainLoop& loop, std::filesystem::path libraryPath)
       model_(services_.modelServices(headsUpPanel_, fileManager_)),
       delegate_(loop.executor()),
       thumbnails_(thumbnailCache_, tasks_),
-      watcher_(desktop_.libraryPath(), [this] { model_.libraryChanged(); }) {}
+      watcher_(desktop_.libraryPath(), loop.executor(), [this] { model_.libraryChanged(); }) {}
 
 QuilloApp::~QuilloApp() {
   const auto ending = spawnTask(loop_.executor(), [this] { return endTasks(); });
@@ -99,12 +99,8 @@ void QuilloApp::openLibrary() {
 }
 
 void QuilloApp::modelChanged(QuilloModelChanges changes) {
-  using Field = QuilloModelField;
-  const QuilloModelState& state = model_.state();
-  if (changes.contains(Field::selectedArtifact))
-    watcher_.followBundle(state.selectedArtifact ? state.selectedArtifact->stored.bundlePath : std::filesystem::path());
-  if (!changes.contains(Field::isShowingOnboarding)) return;
-  if (state.isShowingOnboarding) {
+  if (!changes.contains(QuilloModelField::isShowingOnboarding)) return;
+  if (model_.state().isShowingOnboarding) {
     if (!setup_) setup_ = std::make_unique<SetupWindow>(model_, tasks_);
     setup_->present();
   } else if (setup_) {

@@ -7,7 +7,6 @@
 #include "DesktopPlatform.h"
 #include "FileManager.h"
 #include "QuilloApp/Interface/HeadsUpPanel.h"
-#include "QuilloApp/Interface/LibraryWatcher.h"
 #include "QuilloApp/Interface/LibraryWindow.h"
 #include "QuilloApp/Interface/MainLoop.h"
 #include "QuilloApp/Interface/QtThumbnailDecoder.h"
@@ -20,6 +19,7 @@
 #include "QuilloApp/Services/ApplicationServices.h"
 #include "QuilloCore/Artifacts/ArtifactThumbnailCache.h"
 #include "QuilloCore/Concurrency/TaskGroup.h"
+#include "QuilloLinux/Desktop/LibraryWatcher.h"
 
 namespace quillo {
 

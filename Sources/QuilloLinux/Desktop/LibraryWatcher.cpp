@@ -32,12 +32,12 @@ constexpr std::uint32_t ancestorEvents = IN_ONLYDIR | IN_CREATE | IN_MOVED_TO | 
 
 class Descriptor {
  public:
-  Descriptor(int number, const char* what) : number_(number) {
-    if (number_ < 0) throw std::system_error(errno, std::generic_category(), what);
-  }
+  explicit Descriptor(int number) : number_(number) {}
   Descriptor(const Descriptor&) = delete;
   Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() { close(number_); }
+  ~Descriptor() {
+    if (number_ >= 0) close(number_);
+  }
   int number() const { return number_; }
 
  private:
@@ -49,7 +49,10 @@ class Descriptor {
 /// Everything but `end` belongs to the thread.
 class LibraryWatcher::Watch {
  public:
-  explicit Watch(fs::path libraryPath) : libraryPath_(std::move(libraryPath)) { watchLibrary(); }
+  explicit Watch(fs::path libraryPath) : libraryPath_(std::move(libraryPath)) {
+    if (endEvent_.number() < 0) throw std::system_error(errno, std::generic_category(), "eventfd");
+    watchLibrary();
+  }
 
   template <class Tell>
   void run(const Tell& tell) {
@@ -177,8 +180,8 @@ class LibraryWatcher::Watch {
   }
 
   fs::path libraryPath_;
-  Descriptor inotify_{inotify_init1(IN_CLOEXEC | IN_NONBLOCK), "inotify_init1"};
-  Descriptor endEvent_{eventfd(0, EFD_CLOEXEC), "eventfd"};
+  Descriptor inotify_{inotify_init1(IN_CLOEXEC | IN_NONBLOCK)};  // none where the kernel gives out no more
+  Descriptor endEvent_{eventfd(0, EFD_CLOEXEC)};
   int libraryWatch_ = -1;
   int ancestorWatch_ = -1;
   std::map<int, std::string> bundles_;  // by watch
