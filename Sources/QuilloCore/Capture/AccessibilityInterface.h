@@ -49,6 +49,9 @@ class AccessibilitySession {
   virtual ~AccessibilitySession() = default;
 
   virtual AccessibilityResult<AccessibilityElement> applicationElement(std::int32_t processIdentifier) = 0;
+
+  /// The process that the element belongs to. Asked anew at every call: `invalidUIElement` when the element, or with
+  /// the application's element the process, has gone.
   virtual AccessibilityResult<std::int32_t> processIdentifier(AccessibilityElement element) = 0;
 
   /// Seconds that each later call may take.

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <utility>
@@ -14,6 +15,7 @@
 #include "QuilloCore/Capture/AccessibilityDocumentText.h"
 #include "QuilloCore/Capture/AccessibilityRootSelection.h"
 #include "QuilloCore/Capture/AccessibilityTreeWalk.h"
+#include "QuilloCore/Capture/AccessibilityWindowMatcher.h"
 #include "QuilloCore/Capture/CheckpointingSession.h"
 
 namespace quillo {
@@ -23,6 +25,24 @@ AccessibilityElement connect(AccessibilitySession& session, std::int32_t process
   const auto application = session.applicationElement(processIdentifier);
   if (application && session.processIdentifier(*application) == processIdentifier) return *application;
   throw AccessibilityCaptureError(AccessibilityCaptureError::TargetUnavailable{processIdentifier});
+}
+
+/// Elements come and go while a window is read, and what is missing is told. But a window that has gone as a whole left
+/// nothing but names of what was there.
+void requireLivingWindow(AccessibilitySession& session, const AccessibilityCaptureState& state,
+                         AccessibilityElement application, AccessibilityElement root,
+                         const WindowCaptureTarget& target) {
+  const std::string goneCode = errorCodeName(AccessibilityErrorCode::invalidUIElement);
+  if (std::ranges::count(state.issues(), goneCode, &AccessibilityCaptureIssue::code) == 0) return;
+  if (session.processIdentifier(application) != target.processIdentifier) {
+    throw AccessibilityCaptureError(AccessibilityCaptureError::TargetUnavailable{target.processIdentifier});
+  }
+  const auto owner = session.processIdentifier(root);
+  if (!owner && owner.error() == AccessibilityErrorCode::invalidUIElement) {
+    const AccessibilityWindowMatchFailure failure(AccessibilityWindowMatchFailure::NothingMatched{});
+    throw AccessibilityCaptureError(AccessibilityCaptureError::TargetWindowUnavailable{
+        target.processIdentifier, target.windowID, failure.explanation()});
+  }
 }
 
 }  // namespace
@@ -51,6 +71,7 @@ AccessibilitySnapshot captureAccessibilitySnapshot(AccessibilityInterface& inter
   AccessibilityTreeWalk walk(session, state);
   walk.walk(root.element);
   captureCompleteDocumentText(session, state, walk.nodes(), walk.elements(), walk.documentAttributeNames());
+  requireLivingWindow(session, state, application, root.element, target);
 
   AccessibilitySnapshot snapshot;
   snapshot.capturedAt = wallClock.now();

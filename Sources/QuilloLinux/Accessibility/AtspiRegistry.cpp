@@ -6,9 +6,13 @@
 
 namespace quillo {
 
+AtspiCall makeProcessCall(const std::string& busName, std::function<void(const AtspiReply&)> onReply) {
+  const AtspiObject daemon{"org.freedesktop.DBus", "/org/freedesktop/DBus"};
+  return {daemon, "org.freedesktop.DBus", "GetConnectionUnixProcessID", busName, std::move(onReply)};
+}
+
 std::vector<AtspiRegisteredApplication> readAtspiRegistry(AtspiBus& bus, const AccessibilityCaptureControl& control) {
   const AtspiObject registry{"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"};
-  const AtspiObject daemon{"org.freedesktop.DBus", "/org/freedesktop/DBus"};
   std::vector<AtspiObject> roots;
   bus.call({registry,
             "org.a11y.atspi.Accessible",
@@ -18,12 +22,9 @@ std::vector<AtspiRegisteredApplication> readAtspiRegistry(AtspiBus& bus, const A
            control);
   std::vector<AtspiRegisteredApplication> applications;
   for (const AtspiObject& root : roots) {
-    bus.queue(
-        {daemon, "org.freedesktop.DBus", "GetConnectionUnixProcessID", root.busName, [&](const AtspiReply& reply) {
-           if (const auto process = reply.uint32()) {
-             applications.push_back({root, static_cast<std::int32_t>(*process)});
-           }
-         }});
+    bus.queue(makeProcessCall(root.busName, [&](const AtspiReply& reply) {
+      if (const auto process = reply.uint32()) applications.push_back({root, static_cast<std::int32_t>(*process)});
+    }));
   }
   if (!bus.drain(control)) applications.clear();
   return applications;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <string>
 #include <vector>
 
 #include "QuilloCore/Capture/AccessibilityCaptureControl.h"
@@ -14,6 +16,9 @@ struct AtspiRegisteredApplication {
   AtspiObject root;
   std::int32_t processIdentifier = 0;
 };
+
+/// The bus daemon's answer is the process behind a connection.
+AtspiCall makeProcessCall(const std::string& busName, std::function<void(const AtspiReply&)> onReply);
 
 /// Who is on the accessibility bus. Asks the registry and the bus daemon alone, so that no application can hold it up.
 std::vector<AtspiRegisteredApplication> readAtspiRegistry(AtspiBus& bus, const AccessibilityCaptureControl& control);

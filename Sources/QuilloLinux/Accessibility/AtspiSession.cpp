@@ -91,9 +91,32 @@ AccessibilityResult<AccessibilityElement> AtspiSession::applicationElement(std::
   return AccessibilityElement{application_->token()};
 }
 
-AccessibilityResult<std::int32_t> AtspiSession::processIdentifier(AccessibilityElement /*element*/) {
-  // The application was found by its process, and a session reads no other.
-  return target_.processIdentifier;
+AccessibilityResult<std::int32_t> AtspiSession::processIdentifier(AccessibilityElement element) {
+  if (!application_) return std::unexpected(AccessibilityErrorCode::invalidUIElement);
+  if (isMadeRow(element) || isMadeText(element)) return target_.processIdentifier;
+  // The bus's daemon knows the process behind the connection; of any other element it is enough that it is there.
+  AccessibilityResult<std::int32_t> answer = std::unexpected(AccessibilityErrorCode::invalidUIElement);
+  if (isApplication(element)) {
+    bus_->call(makeProcessCall(objects_[element.token].busName,
+                               [&](const AtspiReply& reply) {
+                                 if (const auto process = reply.uint32()) answer = static_cast<std::int32_t>(*process);
+                               }),
+               *control_);
+  } else {
+    bus_->call({objects_[element.token],
+                "org.a11y.atspi.Accessible",
+                "GetRole",
+                {},
+                [&](const AtspiReply& reply) {
+                  if (reply.isError()) {
+                    answer = std::unexpected(reply.error());
+                  } else {
+                    answer = target_.processIdentifier;
+                  }
+                }},
+               *control_);
+  }
+  return answer;
 }
 
 void AtspiSession::setMessagingTimeout(AccessibilityElement /*element*/, double seconds) {

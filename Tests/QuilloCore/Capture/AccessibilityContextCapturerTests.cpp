@@ -47,5 +47,34 @@ TEST_F(ContextCapturer, leavesAnApplicationThatHangsAtTheDeadline) {
   mayAnswer.open();
 }
 
+// The second question for a process comes after the walk, when elements have gone; then first the application is asked.
+TEST_F(ContextCapturer, windowThatHasGoneIsNoCapture) {
+  struct GoneCase {
+    int goneAtQuestion;
+    const char* error;
+  };
+  application.addWindows("window 'Inbox' number=7\n  button 'Reply'");
+  for (const GoneCase& gone :
+       {GoneCase{2, "The Accessibility API could not connect to process 400."},
+        GoneCase{3, "Accessibility could not resolve frozen window 7 in PID 400"}, GoneCase{4, ""}}) {
+    int questions = 0;
+    application.onCall = [&](const FakeCall& call) -> std::optional<AccessibilityErrorCode> {
+      const bool isQuestion = call.operation == "processIdentifier";
+      if (call.operation == "actionNames" || (isQuestion && ++questions == gone.goneAtQuestion)) {
+        return AccessibilityErrorCode::invalidUIElement;
+      }
+      return std::nullopt;
+    };
+    std::string error;
+    try {
+      EXPECT_EQ(runBlocking([&] { return capturer.capture(clock, queue, target); }).nodes.size(), 2U);
+    } catch (const AccessibilityCaptureError& thrown) {
+      error = thrown.errorDescription();
+    }
+    EXPECT_EQ(error.substr(0, std::string(gone.error).size()), gone.error);
+    EXPECT_EQ(error.empty(), std::string(gone.error).empty()) << error;
+  }
+}
+
 }  // namespace
 }  // namespace quillo::test
