@@ -1,0 +1,233 @@
+// The whole capture where something goes wrong: with the window, with the desktop, with the library.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "QuilloCore/Capture/ContextCaptureServiceError.h"
+#include "QuilloCore/Capture/WindowScreenshotCaptureError.h"
+#include "RunningProgram.h"
+#include "SteppedCapture.h"
+#include "TestWindow.h"
+#include "WindowReading.h"
+
+namespace quillo::test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::AnyOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+/// An editor that shows the letter; its window can be captured.
+struct Editor {
+  explicit Editor(const std::string& letter = "Dear reader") : program({"mousepad", writeFile("letter.txt", letter)}) {
+    readWindowHolding(program, {letter});
+    window = awaitWindow(program).windowID;
+  }
+  std::string number() const { return std::to_string(window); }
+
+  RunningProgram program;
+  std::uint32_t window = 0;
+};
+
+std::string newLibrary() {
+  static int count = 0;
+  const std::string path = std::string(std::getenv("HOME")) + "/library" + std::to_string(++count);
+  fs::create_directory(path);
+  return path;
+}
+
+/// Also what is hidden.
+std::vector<std::string> namesIn(const std::string& folder) {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(folder)) names.push_back(entry.path().filename());
+  return names;
+}
+
+std::string firstLine(const std::string& text) {
+  return text.substr(0, text.find('\n'));
+}
+
+TEST(Capture, windowThatClosesAfterFreezingIsNotReplacedByAnother) {
+  SteppedCapture stepped;
+  const TestWindow other({.title = "Another window of the same program"});
+  TestWindow window({.title = "Closes"});
+  ASSERT_TRUE(eventually([&] {
+    try {
+      stepped.takePicture(stepped.freeze(window.id()));
+      return true;
+    } catch (const std::exception&) {
+      return false;
+    }
+  }));
+  const FrozenContextCaptureTarget target = stepped.freeze(window.id());
+  window.destroy();
+  try {
+    stepped.takePicture(target);
+    ADD_FAILURE() << "a picture of what?";
+  } catch (const WindowScreenshotCaptureError& error) {
+    EXPECT_EQ(error, WindowScreenshotCaptureError(WindowScreenshotCaptureError::FrozenWindowUnavailable{
+                         target.windowID, target.processIdentifier, target.applicationName}));
+  }
+}
+
+TEST(Capture, applicationThatDiesOrStopsAfterFreezingFailsTheCaptureInTime) {
+  SteppedCapture stepped;
+  {
+    const Editor editor;
+    const FrozenContextCaptureTarget target = stepped.freeze(editor.window);
+    editor.program.signal(SIGSTOP);
+    try {
+      stepped.capture(target, {2, 1});
+      ADD_FAILURE() << "a stopped program was read";
+    } catch (const ContextCaptureServiceError& error) {
+      EXPECT_EQ(error.errorDescription(), "Accessibility capture exceeded its 1-second safety deadline.");
+    }
+  }
+  std::optional<FrozenContextCaptureTarget> target;
+  {
+    const Editor editor;
+    target = stepped.freeze(editor.window);
+  }
+  // Which half is first to find out is chance.
+  try {
+    stepped.capture(*target);
+    ADD_FAILURE() << "a dead program was read";
+  } catch (const ContextCaptureServiceError& error) {
+    EXPECT_THAT(error.errorDescription(), AnyOf(HasSubstr("is no longer available to ScreenCaptureKit."),
+                                                HasSubstr("The Accessibility API could not connect to process"),
+                                                HasSubstr("Accessibility could not resolve frozen window")));
+  }
+}
+
+TEST(Capture, permissionsAreNamedWithWhatToDo) {
+  const Editor editor;
+  const std::string library = newLibrary();
+  const FinishedProgram deaf = runQuillo({"--library", library, "capture", "--window", editor.number()}, "",
+                                         {"DBUS_SESSION_BUS_ADDRESS=unix:path=/nowhere", "XDG_RUNTIME_DIR=/nowhere"});
+  EXPECT_EQ(deaf.exitStatus, 1);
+  EXPECT_EQ(deaf.output, "");
+  EXPECT_EQ(deaf.error,
+            "quillo: Quillo needs Accessibility permission before capturing.\n"
+            "Enable Quillo in System Settings > Privacy & Security > Accessibility.\n");
+  EXPECT_THAT(namesIn(library), ElementsAre());
+}
+
+TEST(Capture, displayWithoutCompositeCountsAsScreenRecordingDenied) {
+  const std::string numberFile = std::string(std::getenv("HOME")) + "/display";
+  const RunningProgram server({"bash", "-c", "exec Xvfb -displayfd 1 -extension Composite >" + numberFile});
+  std::string number;
+  ASSERT_TRUE(eventually([&] {
+    number = runProgram({"cat", numberFile}).output;
+    return number.ends_with('\n');
+  }));
+  const std::string display = "DISPLAY=:" + firstLine(number);
+  const RunningProgram manager({"env", display, "openbox"});
+  const RunningProgram program({"env", display, "mousepad"});
+  std::string window;
+  ASSERT_TRUE(eventually([&] {
+    window = firstLine(runProgram({"xdotool", "search", "--onlyvisible", "--class", "mousepad"}, "", {display}).output);
+    return !window.empty();
+  }));
+  const std::string library = newLibrary();
+  FinishedProgram finished;
+  eventually([&] {
+    finished = runQuillo({"--library", library, "capture", "--window", window}, "", {display});
+    return finished.error.find("No window with the number") == std::string::npos;
+  });
+  EXPECT_EQ(finished.exitStatus, 1);
+  EXPECT_EQ(firstLine(finished.error), "quillo: Quillo needs Screen Recording permission before capturing.");
+  EXPECT_THAT(namesIn(library), ElementsAre());
+}
+
+TEST(Capture, interruptedAtAnyInstantLeavesNothingOrOneWholeArtifact) {
+  const Editor editor;
+  const std::string library = newLibrary();
+  for (const char* seconds : {"0.02", "0.1", "0.15", "0.2", "0.25", "0.3", "0.35", "0.4", "0.5"}) {
+    const FinishedProgram finished =
+        runProgram({"timeout", "--foreground", "--preserve-status", "-s", "INT", seconds, QUILLO_PROGRAM, "--library",
+                    library, "capture", "--window", editor.number()});
+    if (finished.exitStatus == 0) {
+      EXPECT_THAT(namesIn(library), ElementsAre(firstLine(finished.output) + ".quillo")) << seconds;
+      EXPECT_EQ(runQuillo({"--library", library, "check"}).exitStatus, 0) << seconds;
+      for (const std::string& name : namesIn(library)) fs::remove_all(fs::path(library) / name);
+    } else {
+      EXPECT_EQ(finished.exitStatus, 130) << seconds;
+      EXPECT_EQ(finished.output, "") << seconds;
+      EXPECT_THAT(namesIn(library), ElementsAre()) << seconds;
+    }
+  }
+}
+
+bool mayMount() {
+  return runProgram({"unshare", "--mount", "true"}).exitStatus == 0;
+}
+
+/// Runs the lines in a mount namespace of their own, with `$quillo`, an empty folder `$library` and the window's
+/// number.
+FinishedProgram runWithMounts(const Editor& editor, const std::string& lines) {
+  return runProgram({"unshare", "--mount", "bash", "-c", "quillo=$0; library=$1; window=$2; " + lines, QUILLO_PROGRAM,
+                     newLibrary(), editor.number()});
+}
+
+TEST(Capture, fullDiskIsNamedAndLeavesNoTrace) {
+  if (!mayMount()) GTEST_SKIP() << "only root may mount a disk";
+  const Editor editor;
+  const FinishedProgram finished = runWithMounts(editor, R"(
+    mount -t tmpfs -o size=8k,mode=700 tmpfs "$library" || exit 9
+    "$quillo" --library "$library" capture --window "$window"; echo "status $?"
+    ls -A "$library")");
+  EXPECT_EQ(finished.output, "status 1\n");
+  EXPECT_THAT(finished.error, StartsWith("quillo: Could not write \""));
+  EXPECT_THAT(finished.error, HasSubstr("\": No space left on device\n"));
+}
+
+TEST(Capture, readOnlyLibraryIsReadAndNotWritten) {
+  if (!mayMount()) GTEST_SKIP() << "only root may mount a disk";
+  const Editor editor;
+  const FinishedProgram finished = runWithMounts(editor, R"(
+    mount -t tmpfs -o mode=700 tmpfs "$library" || exit 9
+    id=$("$quillo" --library "$library" capture --window "$window") || exit 8
+    mount -o remount,ro "$library" || exit 9
+    run() { "$quillo" --library "$library" "$@" 2>&1 | sed -e 's/"[^"]*"/"…"/g' -e "s/$id/ID/"; echo "$1: ${PIPESTATUS[0]}"; }
+    run capture --window "$window"
+    run edit "$id" --title New
+    run trash "$id"
+    run check
+    ls -A "$library" | sed "s/$id/ID/"; ls -A "$library/$id.quillo")");
+  EXPECT_EQ(finished.exitStatus, 0) << finished.error;
+  EXPECT_THAT(finished.output,
+              testing::MatchesRegex("quillo: Could not [a-z]+ \"…\": Read-only file system\ncapture: 1\n"
+                                    "quillo: Could not [a-z]+ \"…\": Read-only file system\nedit: 1\n"
+                                    "quillo: Artifact ID could not be moved to the Trash: [^\n]+\n"
+                                    "trash: 1\nID\tok\ncheck: 0\nID.quillo\n"
+                                    "evidence.json\nmanifest.json\nobservation.json\nscreenshot.png\n"));
+}
+
+TEST(Capture, libraryOnAnotherFileSystemWorks) {
+  if (!mayMount()) GTEST_SKIP() << "only root may mount a disk";
+  const Editor editor;
+  const FinishedProgram finished = runWithMounts(editor, R"(
+    mount -t tmpfs -o mode=700 tmpfs "$library" || exit 9
+    id=$("$quillo" --library "$library" capture --window "$window") || exit 8
+    "$quillo" --library "$library" edit "$id" --title New || exit 7
+    "$quillo" --library "$library" list | cut -f4
+    moved=$("$quillo" --library "$library" trash "$id" 2>"$library/error"); status=$?
+    if [ $status = 0 ]; then [ -e "$moved/manifest.json" ] && ! [ -e "$library/$id.quillo" ] && echo moved
+    else grep -q "^quillo: Artifact $id could not be moved to the Trash: ." "$library/error" &&
+      [ -e "$library/$id.quillo" ] && echo kept; fi)");
+  EXPECT_EQ(finished.exitStatus, 0) << finished.error;
+  EXPECT_THAT(finished.output, AnyOf("New\nmoved\n", "New\nkept\n"));
+}
+
+}  // namespace
+}  // namespace quillo::test
