@@ -34,7 +34,7 @@ class Thumbnails : public QObject {
 
   ArtifactThumbnailCache& cache_;
   TaskGroup& tasks_;
-  QCache<QString, Picture> pictures_{48 * 1024};  ///< cost in KiB
+  QCache<QString, Picture> pictures_{qsizetype{48} * 1024};  ///< cost in KiB
   QSet<QString> requested_;
 };
 

@@ -3,9 +3,9 @@
 #include <map>
 #include <utility>
 
-#include "QuilloLinux/X11/X11Connection.h"
 #include "QuilloLinux/Windows/X11WindowList.h"
 #include "QuilloLinux/Windows/X11WindowPixels.h"
+#include "QuilloLinux/X11/X11Connection.h"
 
 namespace quillo {
 
