@@ -108,10 +108,15 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
   ParsedCommandLine parsed;
   CLI::App app("Turns the window in front of you into text for a language model.", "quillo");
   app.set_version_flag("--version", QUILLO_VERSION);
-  app.require_subcommand(1);
+  app.require_subcommand(0, 1);
   app.fallthrough();
   app.add_option("--library", parsed.library, "The directory that holds the bundles; by default the user's own")
       ->type_name("DIR");
+
+  AppOptions appOptions;
+  auto* application = app.add_subcommand("app", "Starts the application, which is also what no command does");
+  application->add_flag("--background", appOptions.runsInBackground, "Show no window");
+  application->callback([&] { parsed.command = appOptions; });
 
   SnapshotOptions snapshotOptions;
   auto* snapshot = app.add_subcommand("snapshot", "Reads a window's accessibility tree and prints it as JSON");
@@ -153,6 +158,7 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
   addLibraryCommands(app, parsed);
   try {
     app.parse(argumentCount, arguments);
+    if (!parsed.command) parsed.command = AppOptions{};
   } catch (const CLI::ParseError& mistake) {
     constexpr int wrongCommandLine = 2;
     std::ostringstream output;

@@ -32,6 +32,11 @@ struct RenderOptions {
 
 struct DoctorOptions {};
 
+/// Starts the application, or opens its library when it runs.
+struct AppOptions {
+  bool runsInBackground = false;  ///< shows no window
+};
+
 struct ListOptions {
   bool printsJson = false;
 };
@@ -79,9 +84,9 @@ struct EvidenceOptions {
 };
 
 /// What one call of the program is asked to do.
-using CommandOptions = std::variant<SnapshotOptions, CaptureOptions, ObserveOptions, RenderOptions, DoctorOptions,
-                                    ListOptions, ShowOptions, TextOptions, CopyOptions, EditOptions, TrashOptions,
-                                    CheckOptions, EvidenceOptions, PasteOptions>;
+using CommandOptions = std::variant<AppOptions, SnapshotOptions, CaptureOptions, ObserveOptions, RenderOptions,
+                                    DoctorOptions, ListOptions, ShowOptions, TextOptions, CopyOptions, EditOptions,
+                                    TrashOptions, CheckOptions, EvidenceOptions, PasteOptions>;
 
 /// What the parser made of the command line: something to do, or a text to print and the status to end with (help, the
 /// version, a mistake).

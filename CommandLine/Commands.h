@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <string>
 
 #include "CommandLibrary.h"
 #include "CommandOptions.h"
@@ -48,6 +50,8 @@ CommandResult runSnapshot(const SnapshotOptions& options, CommandEnvironment& en
 CommandResult runCapture(const CaptureOptions& options, CommandEnvironment& environment, CommandLibrary& library);
 CommandResult runObserve(const ObserveOptions& options);
 CommandResult runRender(const RenderOptions& options);
+/// Becomes the application's program; returns only by throwing.
+[[noreturn]] void runApp(const AppOptions& options, const std::optional<std::string>& libraryDirectory);
 CommandResult runDoctor(CommandEnvironment& environment);
 CommandResult runEvidence(const EvidenceOptions& options);
 

@@ -50,6 +50,7 @@ class RunCommand {
   RunCommand(CommandEnvironment& environment, const std::optional<std::string>& libraryDirectory)
       : environment_(environment), libraryDirectory_(libraryDirectory) {}
 
+  CommandResult operator()(const AppOptions& options) const { runApp(options, libraryDirectory_); }
   CommandResult operator()(const SnapshotOptions& options) const { return runSnapshot(options, environment_); }
   CommandResult operator()(const CaptureOptions& options) const {
     return onLibrary([&](CommandLibrary& library) { return runCapture(options, environment_, library); });
