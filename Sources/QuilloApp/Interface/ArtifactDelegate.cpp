@@ -68,8 +68,7 @@ void ArtifactDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     painter->restore();
     return;
   }
-  QStyleOptionViewItem background = option;
-  QApplication::style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &background, painter, option.widget);
+  QApplication::style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
 
   QRect frame(inner.topLeft(), pictureSize);
   frame.moveTop(option.rect.center().y() - pictureSize.height() / 2 + 1);
