@@ -18,6 +18,7 @@ void runApp(const AppOptions& options, const std::optional<std::string>& library
   if (options.runsInBackground) words.emplace_back("--background");
   if (libraryDirectory) words.push_back("--library=" + *libraryDirectory);
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (std::string& word : words) arguments.push_back(word.data());
   arguments.push_back(nullptr);
   ::execv(program.c_str(), arguments.data());
