@@ -9,8 +9,8 @@ namespace quillo {
 /// Renders a stored artifact into the text that is pasted after its screenshot.
 namespace ArtifactPasteTextRenderer {
 
-/// Pure and total. Lines are joined with LF; there is no final LF. Title, application, window and bundle identifier
-/// stand as stored unless they hold line breaks or control characters: captured text must not forge lines of ours.
+/// Pure and total. Lines are joined with LF; there is no final LF. Title, source and note stand as they are stored:
+/// what is captured was brought to one line when it entered, and what the user writes is the user's.
 std::string render(const ArtifactManifest& manifest);
 
 }  // namespace ArtifactPasteTextRenderer
