@@ -14,6 +14,7 @@ Task<std::vector<StoredArtifact>> ArtifactRepository::list(ListingDetail detail)
   return queue_.run([this, detail] { return store_.list(detail); });
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): it is moved to the queue, and the caller may be gone by then.
 Task<StoredArtifact> ArtifactRepository::create(ContextArtifactDraft draft) {
   return queue_.run([this, draft = std::move(draft)] { return store_.create(draft); });
 }

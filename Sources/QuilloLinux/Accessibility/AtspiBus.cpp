@@ -102,7 +102,7 @@ sd_bus_message* AtspiBus::makeMessage(const AtspiCall& call) {
   return result >= 0 ? message : sd_bus_message_unref(message);
 }
 
-void AtspiBus::tell(AtspiCall call) {
+void AtspiBus::tell(const AtspiCall& call) {
   sd_bus_message* message = makeMessage(call);
   if (message == nullptr) return;
   sd_bus_message_set_expect_reply(message, 0);

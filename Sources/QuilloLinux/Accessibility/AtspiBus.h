@@ -69,7 +69,7 @@ class AtspiBus {
   void setTimeout(double seconds);
 
   /// Sends a call whose answer does not matter.
-  void tell(AtspiCall call);
+  void tell(const AtspiCall& call);
 
   /// Queues a call. Its reply handler runs inside `drain` and may queue more.
   void queue(AtspiCall call);
