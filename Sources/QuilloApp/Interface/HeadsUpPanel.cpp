@@ -12,7 +12,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "QuilloApp/Interface/ArtifactDelegate.h"
+#include "QuilloApp/Interface/QuietText.h"
 #include "QuilloApp/Interface/Symbols.h"
 #include "QuilloCore/Concurrency/PendingResult.h"
 

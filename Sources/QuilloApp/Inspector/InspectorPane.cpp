@@ -1,4 +1,4 @@
-#include "QuilloApp/Interface/InspectorPane.h"
+#include "QuilloApp/Inspector/InspectorPane.h"
 
 #include <QDateTime>
 #include <QFontDatabase>
@@ -10,8 +10,8 @@
 #include <initializer_list>
 #include <utility>
 
-#include "QuilloApp/Interface/ArtifactDelegate.h"
-#include "QuilloApp/Interface/ScreenshotView.h"
+#include "QuilloApp/Inspector/ScreenshotView.h"
+#include "QuilloApp/Interface/QuietText.h"
 #include "QuilloApp/Interface/Symbols.h"
 #include "QuilloApp/Interface/Thumbnails.h"
 #include "QuilloCore/Artifacts/ArtifactPasteTextRenderer.h"

@@ -13,7 +13,4 @@ class ArtifactDelegate : public QStyledItemDelegate {
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 };
 
-/// The colour of what is said beside the main thing: between the palette's text and its background.
-QColor quietTextColor(const QPalette& palette, QPalette::ColorRole text, QPalette::ColorRole background);
-
 }  // namespace quillo

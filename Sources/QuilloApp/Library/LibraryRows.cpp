@@ -1,4 +1,4 @@
-#include "QuilloApp/Interface/LibraryRows.h"
+#include "QuilloApp/Library/LibraryRows.h"
 
 #include <QCoreApplication>
 #include <QDateTime>

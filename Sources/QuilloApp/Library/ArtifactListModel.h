@@ -3,7 +3,7 @@
 #include <QAbstractListModel>
 #include <vector>
 
-#include "QuilloApp/Interface/LibraryRows.h"
+#include "QuilloApp/Library/LibraryRows.h"
 
 namespace quillo {
 

@@ -1,4 +1,4 @@
-#include "QuilloApp/Interface/SetupWindow.h"
+#include "QuilloApp/Setup/SetupWindow.h"
 
 #include <QCloseEvent>
 #include <QGridLayout>
@@ -6,7 +6,7 @@
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
-#include "QuilloApp/Interface/ArtifactDelegate.h"
+#include "QuilloApp/Interface/QuietText.h"
 #include "QuilloApp/Interface/Symbols.h"
 #include "QuilloLinux/Keyboard/X11KeyEvent.h"
 

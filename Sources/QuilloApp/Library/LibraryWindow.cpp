@@ -1,4 +1,4 @@
-#include "QuilloApp/Interface/LibraryWindow.h"
+#include "QuilloApp/Library/LibraryWindow.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -13,10 +13,11 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "QuilloApp/Interface/ArtifactDelegate.h"
-#include "QuilloApp/Interface/ArtifactListModel.h"
-#include "QuilloApp/Interface/InspectorPane.h"
+#include "QuilloApp/Inspector/InspectorPane.h"
+#include "QuilloApp/Interface/QuietText.h"
 #include "QuilloApp/Interface/Symbols.h"
+#include "QuilloApp/Library/ArtifactDelegate.h"
+#include "QuilloApp/Library/ArtifactListModel.h"
 
 namespace quillo {
 namespace {

@@ -1,4 +1,4 @@
-#include "QuilloApp/Interface/ArtifactListModel.h"
+#include "QuilloApp/Library/ArtifactListModel.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,4 +1,4 @@
-#include "QuilloApp/Interface/ScreenshotView.h"
+#include "QuilloApp/Inspector/ScreenshotView.h"
 
 #include <QPainter>
 

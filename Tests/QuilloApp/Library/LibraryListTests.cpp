@@ -9,11 +9,11 @@
 #include <chrono>
 #include <string>
 
-#include "QuilloApp/Interface/ArtifactListModel.h"
-#include "QuilloApp/Interface/LibraryRows.h"
 #include "QuilloApp/Interface/MainLoop.h"
 #include "QuilloApp/Interface/QtThumbnailDecoder.h"
 #include "QuilloApp/Interface/Thumbnails.h"
+#include "QuilloApp/Library/ArtifactListModel.h"
+#include "QuilloApp/Library/LibraryRows.h"
 #include "QuilloCore/Concurrency/WorkerPool.h"
 #include "Tests/Support/TemporaryDirectory.h"
 

@@ -1,10 +1,11 @@
-#include "QuilloApp/Interface/ArtifactDelegate.h"
+#include "QuilloApp/Library/ArtifactDelegate.h"
 
 #include <QApplication>
 #include <QPainter>
 #include <QPainterPath>
 
-#include "QuilloApp/Interface/ArtifactListModel.h"
+#include "QuilloApp/Interface/QuietText.h"
+#include "QuilloApp/Library/ArtifactListModel.h"
 
 namespace quillo {
 namespace {
@@ -44,13 +45,6 @@ void drawPicture(QPainter* painter, const QRect& frame, const QImage& image, con
 }
 
 }  // namespace
-
-QColor quietTextColor(const QPalette& palette, QPalette::ColorRole text, QPalette::ColorRole background) {
-  const QColor near = palette.color(QPalette::Active, text);
-  const QColor far = palette.color(QPalette::Active, background);
-  const auto mix = [](int a, int b) { return (a * 68 + b * 32) / 100; };
-  return {mix(near.red(), far.red()), mix(near.green(), far.green()), mix(near.blue(), far.blue())};
-}
 
 void ArtifactDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
   const bool isSelected = option.state.testFlag(QStyle::State_Selected);
