@@ -26,10 +26,19 @@ constexpr bool canRunToolkit = true;
 
 const std::string trayHost = std::string(QUILLO_TEST_PROGRAMS) + "/tray-host.py";
 
-std::unique_ptr<RunningProgram> start(const Arguments& options = {}) {
+Arguments commandLine(const Arguments& options) {
   Arguments arguments{"env", "ASAN_OPTIONS=detect_leaks=0", QUILLO_APP_PROGRAM};
   arguments.insert(arguments.end(), options.begin(), options.end());
-  return std::make_unique<RunningProgram>(arguments);
+  return arguments;
+}
+
+std::unique_ptr<RunningProgram> start(const Arguments& options = {}) {
+  return std::make_unique<RunningProgram>(commandLine(options));
+}
+
+/// Starts it while another runs.
+int secondStart(const Arguments& options = {}) {
+  return runProgram(commandLine(options)).exitStatus;
 }
 
 bool isRunning() {
@@ -83,7 +92,7 @@ TEST_F(Application, capturesTheWindowInFrontByShortcutAndKeepsWhatIsWrittenAbout
   ASSERT_TRUE(eventually([] { return library().find("Mousepad") != std::string::npos; }));
 
   // Another start opens the library of the first and ends.
-  EXPECT_EQ(0, runProgram({QUILLO_APP_PROGRAM}).exitStatus);
+  EXPECT_EQ(0, secondStart());
   ASSERT_TRUE(
       eventually([] { return runProgram({"xdotool", "getactivewindow", "getwindowname"}).output == "Quillo\n"; }));
   press("F2");
@@ -132,7 +141,7 @@ TEST_F(Application, aRequestToEndSavesTheEditThatWasJustTyped) {
   readWindowHolding(editor, {"A draft"});
   press("ctrl+alt+super+c");
   ASSERT_TRUE(eventually([] { return library().find("Mousepad") != std::string::npos; }));
-  EXPECT_EQ(0, runProgram({QUILLO_APP_PROGRAM}).exitStatus);
+  EXPECT_EQ(0, secondStart());
   ASSERT_TRUE(
       eventually([] { return runProgram({"xdotool", "getactivewindow", "getwindowname"}).output == "Quillo\n"; }));
   press("F2");

@@ -57,11 +57,12 @@ TEST_F(MainLoopTest, jobsOfManyThreadsRunOnTheLoopInTheOrderOfEachThread) {
 }
 
 TEST_F(MainLoopTest, aJobThatAlwaysPostsAnotherLeavesTheUserTheirTurn) {
-  MainLoop loop;
-  const auto queue = loop.executor().queue();
   int turns = 0;
   bool isOver = false;
-  std::function<void()> again = [&] {
+  std::function<void()> again;
+  MainLoop loop;
+  const auto queue = loop.executor().queue();
+  again = [&] {
     ++turns;
     if (!isOver) queue->post(again);
   };
