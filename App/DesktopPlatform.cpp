@@ -24,7 +24,8 @@ DesktopPlatform::DesktopPlatform(std::filesystem::path libraryPath, TaskExecutor
       windowOwners_(identityOf),
       frontmostApplications_(identityOf),
       hotKeys_(std::move(mainExecutor)),
-      pasteDestination_({inputFocus_, focusedElement_, keystroke_, clock_}) {}
+      pasteDestination_({inputFocus_, focusedElement_, keystroke_, clock_}),
+      loginItem_(fileSystem_, identifiers_, std::filesystem::read_symlink("/proc/self/exe")) {}
 
 ApplicationPlatform DesktopPlatform::platform() {
   return {.clock = clock_,
@@ -41,6 +42,7 @@ ApplicationPlatform DesktopPlatform::platform() {
           .pasteboard = pasteboard_,
           .pasteDestination = pasteDestination_,
           .modifiers = modifiers_,
+          .loginItem = loginItem_,
           .pasteExclusion = &pasteExclusion_};
 }
 

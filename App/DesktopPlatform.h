@@ -12,6 +12,7 @@
 #include "QuilloLinux/Accessibility/AtspiAccessibilityInterface.h"
 #include "QuilloLinux/Accessibility/AtspiFocusedElement.h"
 #include "QuilloLinux/Clipboard/X11Pasteboard.h"
+#include "QuilloLinux/Desktop/AutostartEntry.h"
 #include "QuilloLinux/Desktop/GioTrash.h"
 #include "QuilloLinux/Desktop/XdgUserDefaults.h"
 #include "QuilloLinux/Keyboard/X11HotKeys.h"
@@ -55,6 +56,7 @@ class DesktopPlatform {
   X11PhysicalModifiers modifiers_;
   X11PasteExclusion pasteExclusion_;
   AccessibilityPasteDestination pasteDestination_;
+  AutostartEntry loginItem_;
 };
 
 }  // namespace quillo

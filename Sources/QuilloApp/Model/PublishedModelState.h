@@ -75,6 +75,8 @@ consteval QuilloModelField PublishedModelState::field() {
   if (is(&S::hotKeyConfiguration)) return F::hotKeyConfiguration;
   if (is(&S::hotKeyRegistrationError)) return F::hotKeyRegistrationError;
   if (is(&S::isShowingOnboarding)) return F::isShowingOnboarding;
+  if (is(&S::startsAtLogin)) return F::startsAtLogin;
+  if (is(&S::libraryUsage)) return F::libraryUsage;
   return F::capturePermissionState;
 }
 

@@ -163,6 +163,22 @@ Task<bool> QuilloModel::requestCapturePermission(ContextCapturePermission permis
       .value();
 }
 
+void QuilloModel::refreshSettings() {
+  flows_->setup.refreshSettings();
+}
+
+void QuilloModel::setStartsAtLogin(bool startsAtLogin) {
+  flows_->setup.setStartsAtLogin(startsAtLogin);
+}
+
+void QuilloModel::revealLibrary() {
+  flows_->context.services.fileManager.reveal(libraryPath());
+}
+
+std::filesystem::path QuilloModel::libraryPath() const {
+  return flows_->context.services.libraryMeasuring.libraryPath();
+}
+
 bool QuilloModel::isOnboardingCompleted() const {
   return flows_->setup.isOnboardingCompleted();
 }

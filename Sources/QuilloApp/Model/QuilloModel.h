@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <expected>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -86,6 +87,13 @@ class QuilloModel {
   void recheckCapturePermissions();
   /// Returns whether it is granted now.
   Task<bool> requestCapturePermission(ContextCapturePermission permission);
+
+  // Settings
+  /// Reads again what the settings show and others may change: permissions, start at login, the library's size.
+  void refreshSettings();
+  void setStartsAtLogin(bool startsAtLogin);
+  void revealLibrary();
+  std::filesystem::path libraryPath() const;
 
   // The first-run guide
   bool isOnboardingCompleted() const;

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <functional>
 
+#include "QuilloCore/Artifacts/LibraryUsage.h"
 #include "QuilloCore/Capture/ContextCapturePermission.h"
 #include "QuilloCore/Capture/FrozenContextCaptureTarget.h"
 #include "QuilloCore/Concurrency/MonotonicClock.h"
@@ -18,6 +19,7 @@ class CaptureHeadsUpPanel;
 class ClipboardPayloadWriter;
 class ContextCaptureService;
 class GlobalHotKeyController;
+class LoginItem;
 class PasteDeliveryService;
 class Pasteboard;
 class UserDefaults;
@@ -51,6 +53,16 @@ class ArtifactRevealing {
   virtual void reveal(const std::filesystem::path& bundlePath) = 0;
 };
 
+/// Where the captures lie and what they take.
+class LibraryMeasuring {
+ public:
+  virtual ~LibraryMeasuring() = default;
+
+  virtual std::filesystem::path libraryPath() const = 0;
+  /// Reads every bundle's directory, away from the main thread. Does not throw: what cannot be read counts nothing.
+  virtual Task<LibraryUsage> measure() = 0;
+};
+
 /// What the model works with. Everything outlives the model, and is called on the main thread.
 struct QuilloModelServices {
   TaskExecutor mainExecutor;                         ///< the application's event loop
@@ -69,6 +81,8 @@ struct QuilloModelServices {
   CaptureHeadsUpPanel& captureHUD;
   GlobalHotKeyController& hotKeys;
   ArtifactRevealing& fileManager;
+  LoginItem& loginItem;
+  LibraryMeasuring& libraryMeasuring;
 };
 
 }  // namespace quillo

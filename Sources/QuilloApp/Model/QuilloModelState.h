@@ -8,6 +8,7 @@
 #include "QuilloApp/Model/Activity.h"
 #include "QuilloApp/Model/OpenArtifact.h"
 #include "QuilloCore/Artifacts/ArtifactModels.h"
+#include "QuilloCore/Artifacts/LibraryUsage.h"
 #include "QuilloCore/Capture/ContextCapturePermission.h"
 #include "QuilloCore/Shortcuts/QuilloHotKeyConfiguration.h"
 #include "QuilloCore/Support/UUID.h"
@@ -30,6 +31,8 @@ struct QuilloModelState {
   std::optional<std::string> hotKeyRegistrationError;
   bool isShowingOnboarding = false;
   ContextCapturePermissionState capturePermissionState;  ///< the last that is known
+  bool startsAtLogin = false;
+  std::optional<LibraryUsage> libraryUsage;  ///< as last counted; absent until then
 };
 
 enum class QuilloModelField : std::uint8_t {
@@ -46,6 +49,8 @@ enum class QuilloModelField : std::uint8_t {
   hotKeyRegistrationError,
   isShowingOnboarding,
   capturePermissionState,
+  startsAtLogin,
+  libraryUsage,
 };
 
 /// The fields that have changed since the observer was last called.

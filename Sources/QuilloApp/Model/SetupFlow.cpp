@@ -1,8 +1,10 @@
 #include "QuilloApp/Model/SetupFlow.h"
 
 #include <exception>
+#include <string>
 #include <utility>
 
+#include "QuilloCore/Preferences/LoginItem.h"
 #include "QuilloCore/Preferences/UserDefaults.h"
 
 namespace quillo {
@@ -33,6 +35,28 @@ Task<bool> SetupFlow::requestCapturePermission(ContextCapturePermission permissi
   Task<> reading = readPermissions();
   co_await std::move(reading);
   co_return isGranted;
+}
+
+void SetupFlow::refreshSettings() {
+  recheckCapturePermissions();
+  context_.state.set<&QuilloModelState::startsAtLogin>(context_.services.loginItem.isEnabled());
+  if (!std::exchange(isMeasuring_, true)) context_.tasks.start([this] { return measureLibrary(); });
+}
+
+Task<> SetupFlow::measureLibrary() {
+  Task<Outcome<LibraryUsage>> measuring = outcomeOf(context_.services.libraryMeasuring.measure());
+  const Outcome<LibraryUsage> usage = co_await std::move(measuring);
+  isMeasuring_ = false;
+  if (usage) context_.state.set<&QuilloModelState::libraryUsage>(std::optional(*usage));
+}
+
+void SetupFlow::setStartsAtLogin(bool startsAtLogin) {
+  try {
+    context_.services.loginItem.setEnabled(startsAtLogin);
+  } catch (const std::exception& error) {
+    context_.activity.showFailure(std::string("Quillo could not change whether it starts at login: ") + error.what());
+  }
+  context_.state.set<&QuilloModelState::startsAtLogin>(context_.services.loginItem.isEnabled());
 }
 
 bool SetupFlow::isOnboardingCompleted() const {

@@ -8,7 +8,7 @@
 
 namespace quillo {
 
-/// What a new user has to see to: the permissions, and the guide that explains them.
+/// What a new user has to see to (the permissions, and the guide that explains them), and the settings beside them.
 class SetupFlow {
  public:
   /// The guide that this version shows; kept under "onboardingVersion" when the user has completed it.
@@ -20,6 +20,9 @@ class SetupFlow {
   void recheckCapturePermissions();
   Task<bool> requestCapturePermission(ContextCapturePermission permission);
 
+  void refreshSettings();
+  void setStartsAtLogin(bool startsAtLogin);
+
   bool isOnboardingCompleted() const;
   void showOnboarding() { setShowing(true); }
   void hideOnboarding() { setShowing(false); }
@@ -27,9 +30,11 @@ class SetupFlow {
 
  private:
   Task<> readPermissions();
+  Task<> measureLibrary();
   void setShowing(bool isShowing) { context_.state.set<&QuilloModelState::isShowingOnboarding>(isShowing); }
 
   ModelContext& context_;
+  bool isMeasuring_ = false;
 };
 
 }  // namespace quillo

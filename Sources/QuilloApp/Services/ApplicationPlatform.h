@@ -14,6 +14,7 @@
 #include "QuilloCore/Paste/PasteDeliveryExclusion.h"
 #include "QuilloCore/Paste/PasteDestination.h"
 #include "QuilloCore/Paste/PhysicalModifierFlagsProviding.h"
+#include "QuilloCore/Preferences/LoginItem.h"
 #include "QuilloCore/Preferences/UserDefaults.h"
 #include "QuilloCore/Shortcuts/HotKeyRegistering.h"
 
@@ -42,6 +43,7 @@ struct ApplicationPlatform {
   Pasteboard& pasteboard;
   PasteDestination& pasteDestination;
   PhysicalModifierFlagsProviding& modifiers;
+  LoginItem& loginItem;
   PasteDeliveryExclusion* pasteExclusion = nullptr;  ///< as in PasteDeliveryService
 };
 

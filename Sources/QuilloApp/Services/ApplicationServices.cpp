@@ -22,7 +22,8 @@ ApplicationServices::ApplicationServices(const ApplicationPlatform& platform, Ta
                              .clock = platform.clock,
                              .exclusion = platform.pasteExclusion},
                             mainExecutor_, PasteDeliveryService::Configuration()),
-      hotKeys_(platform.hotKeyRegistrar, platform.frontmostApplications) {}
+      hotKeys_(platform.hotKeyRegistrar, platform.frontmostApplications),
+      libraryMeasuring_(platform.libraryPath) {}
 
 ContextCaptureOperations ApplicationServices::captureOperations() {
   ContextCaptureOperations operations;
@@ -57,7 +58,9 @@ QuilloModelServices ApplicationServices::modelServices(CaptureHeadsUpPanel& capt
           .pasteboard = platform_.pasteboard,
           .captureHUD = captureHUD,
           .hotKeys = hotKeys_,
-          .fileManager = fileManager};
+          .fileManager = fileManager,
+          .loginItem = platform_.loginItem,
+          .libraryMeasuring = libraryMeasuring_};
 }
 
 }  // namespace quillo

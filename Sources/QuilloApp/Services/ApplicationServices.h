@@ -4,6 +4,7 @@
 #include "QuilloApp/Services/ApplicationPlatform.h"
 #include "QuilloApp/Services/QueuedCapturePermissions.h"
 #include "QuilloApp/Services/QueuedCaptureTargets.h"
+#include "QuilloApp/Services/QueuedLibraryMeasuring.h"
 #include "QuilloCore/Artifacts/ArtifactRepository.h"
 #include "QuilloCore/Capture/AccessibilityContextCapturer.h"
 #include "QuilloCore/Capture/ContextCaptureService.h"
@@ -51,6 +52,7 @@ class ApplicationServices {
   ClockModifierReleaseSleeping modifierReleaseSleeping_;
   PasteDeliveryService pasteDeliveryService_;
   GlobalHotKeyController hotKeys_;
+  QueuedLibraryMeasuring libraryMeasuring_;
 };
 
 }  // namespace quillo

@@ -1,42 +1,14 @@
 #pragma once
 
 #include <QDialog>
-#include <QLabel>
-#include <QPushButton>
+#include <QTimer>
 
 #include "QuilloApp/Model/QuilloModel.h"
 #include "QuilloCore/Concurrency/TaskGroup.h"
 
-class QGridLayout;
-
 namespace quillo {
 
-/// A button that shows a shortcut and, once pressed, takes the next combination for a new one. Escape keeps the old.
-class ShortcutButton : public QPushButton {
-  Q_OBJECT
-
- public:
-  explicit ShortcutButton(QWidget* parent = nullptr);
-
-  void setShortcutText(const QString& text);
-  void stopRecording();
-
- Q_SIGNALS:
-  void recordingBegan();
-  void recordingEnded();
-  void recorded(const quillo::QuilloHotKey& hotKey);
-  void refused();
-
- protected:
-  bool event(QEvent* event) override;
-  void focusOutEvent(QFocusEvent* event) override;
-
- private:
-  QString text_;
-  bool isRecording_ = false;
-};
-
-/// What Quillo needs of the desktop, and its two shortcuts. Also the guide of the first run.
+/// The window of the settings. What it shows follows the desktop while it is open.
 class SetupWindow : public QDialog {
   Q_OBJECT
 
@@ -48,30 +20,13 @@ class SetupWindow : public QDialog {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
-  struct PermissionRow {
-    QLabel* symbol;
-    QLabel* text;
-    QPushButton* button;
-  };
-
-  PermissionRow makePermissionRow(QGridLayout& grid, int row, ContextCapturePermission permission);
-  ShortcutButton* makeShortcutRow(QGridLayout& grid, int row, const QString& name,
-                                  QuilloHotKey QuilloHotKeyConfiguration::* member);
-  void request(ContextCapturePermission permission);
-  void apply(QuilloHotKey QuilloHotKeyConfiguration::* member, const QuilloHotKey& hotKey);
-  void update();
-
   QuilloModel& model_;
-  TaskGroup& tasks_;
-  PermissionRow screenRecording_{};
-  PermissionRow accessibility_{};
-  ShortcutButton* capture_ = nullptr;
-  ShortcutButton* paste_ = nullptr;
-  QLabel* message_;
-  QPushButton* done_;
-  QuilloModelObservation observation_;
+  QTimer recheck_;
 };
 
 }  // namespace quillo

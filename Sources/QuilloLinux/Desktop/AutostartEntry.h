@@ -5,12 +5,13 @@
 #include <utility>
 
 #include "QuilloCore/Artifacts/FileSystem.h"
+#include "QuilloCore/Preferences/LoginItem.h"
 #include "QuilloCore/Support/UUID.h"
 
 namespace quillo {
 
 /// Whether the desktop starts the application when the user logs in: an entry in the user's autostart directory.
-class AutostartEntry {
+class AutostartEntry final : public LoginItem {
  public:
   /// `program` is what is started, by its absolute path or a name that the desktop finds.
   AutostartEntry(FileSystem& fileSystem, UUIDGenerating& identifiers, std::filesystem::path program,
@@ -24,10 +25,10 @@ class AutostartEntry {
   static std::filesystem::path defaultDirectory();
 
   /// False, too, when the entry is there but switched off, or cannot be read.
-  bool isEnabled() const;
+  bool isEnabled() const override;
 
   /// Throws FileSystemError.
-  void setEnabled(bool isEnabled);
+  void setEnabled(bool isEnabled) override;
 
  private:
   std::string text() const;

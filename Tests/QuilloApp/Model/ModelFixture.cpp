@@ -86,6 +86,8 @@ ModelFixture::ModelFixture()
       .captureHUD = panel,
       .hotKeys = hotKeys,
       .fileManager = fileManager,
+      .loginItem = loginItem,
+      .libraryMeasuring = libraryMeasuring,
   });
 }
 

@@ -23,6 +23,7 @@
 #include "QuilloCore/Paste/PasteDeliveryService.h"
 #include "QuilloCore/Shortcuts/GlobalHotKeyController.h"
 #include "Tests/Support/FakeHotKeyRegistrar.h"
+#include "Tests/Support/FakeLoginItem.h"
 #include "Tests/Support/FakePasteboard.h"
 #include "Tests/Support/FakeRunningApplications.h"
 #include "Tests/Support/FixedWallClock.h"
@@ -136,6 +137,14 @@ class FakeFileManager final : public ArtifactRevealing {
   std::vector<std::string> revealed;
 };
 
+class FakeLibraryMeasuring final : public LibraryMeasuring {
+ public:
+  std::filesystem::path libraryPath() const override { return "/library"; }
+  Task<LibraryUsage> measure() override { return answer.give(); }
+
+  Answer<LibraryUsage> answer{LibraryUsage{.captureCount = 2, .byteCount = 3000}};
+};
+
 class FakeTrash final : public TrashOperation {
  public:
   /// Removes the bundle for good, unless the test says that it cannot be moved.
@@ -219,6 +228,8 @@ class ModelFixture : public testing::Test {
   FakeRunningApplications applications;
   GlobalHotKeyController hotKeys{registrar, applications};
   FakeFileManager fileManager;
+  FakeLoginItem loginItem;
+  FakeLibraryMeasuring libraryMeasuring;
   std::unique_ptr<QuilloModel> model;
 };
 

@@ -14,6 +14,7 @@
 #include "QuilloCore/Concurrency/SystemMonotonicClock.h"
 #include "Tests/Support/FakeAccessibilityInterface.h"
 #include "Tests/Support/FakeHotKeyRegistrar.h"
+#include "Tests/Support/FakeLoginItem.h"
 #include "Tests/Support/FakePasteboard.h"
 #include "Tests/Support/FakeRunningApplications.h"
 #include "Tests/Support/FixedWallClock.h"
@@ -148,6 +149,7 @@ class ApplicationServicesTest : public testing::Test {
   FakePasteboard pasteboard;
   SilentDestination destination;
   NoModifiers modifiers;
+  FakeLoginItem loginItem;
   SilentPanel panel;
   NoFileManager fileManager;
   ApplicationServices services{ApplicationPlatform{.clock = clock,
@@ -163,7 +165,8 @@ class ApplicationServicesTest : public testing::Test {
                                                    .hotKeyRegistrar = registrar,
                                                    .pasteboard = pasteboard,
                                                    .pasteDestination = destination,
-                                                   .modifiers = modifiers},
+                                                   .modifiers = modifiers,
+                                                   .loginItem = loginItem},
                                loop.executor()};
   QuilloModel model{services.modelServices(panel, fileManager)};
 };
@@ -185,6 +188,27 @@ TEST_F(ApplicationServicesTest, aPermissionThatIsMissingStopsTheCapture) {
   EXPECT_EQ(panel.detail, "Quillo needs Screen Recording permission before capturing.");
   EXPECT_FALSE(model.state().capturePermissionState.screenRecordingGranted);
   EXPECT_TRUE(model.state().capturePermissionState.accessibilityGranted);
+}
+
+TEST_F(ApplicationServicesTest, theLibraryIsCountedWithDamagedBundlesAndWithoutWhatLinksPointTo) {
+  capture();
+  const auto settled = [&] { return model.state().libraryUsage.has_value(); };
+  model.refreshSettings();
+  ASSERT_TRUE(loop.runUntil(settled));
+  const LibraryUsage before = *model.state().libraryUsage;
+  EXPECT_EQ(before.captureCount, 1);
+  EXPECT_GT(before.byteCount, 1000);
+
+  const TemporaryDirectory elsewhere;
+  std::filesystem::create_directory(elsewhere.path() / "many");
+  writeFile(elsewhere.path() / "many" / "large", std::string(50'000, 'x'));
+  std::filesystem::create_directory_symlink(elsewhere.path() / "many", folder.path() / "link.quillo");
+  std::filesystem::create_directory(folder.path() / "9D4AA6D1-8C0C-4F0F-9C39-1B0A8E7B2F10.quillo");
+  writeFile(folder.path() / "9D4AA6D1-8C0C-4F0F-9C39-1B0A8E7B2F10.quillo" / "manifest.json", "damaged");
+  std::filesystem::create_directory(folder.path() / ".staging.quillo");
+  model.refreshSettings();
+  ASSERT_TRUE(loop.runUntil([&] { return model.state().libraryUsage != before; }));
+  EXPECT_EQ(model.state().libraryUsage, (LibraryUsage{.captureCount = 2, .byteCount = before.byteCount + 7}));
 }
 
 }  // namespace
