@@ -32,7 +32,6 @@ class DesktopPlatform {
   DesktopPlatform(std::filesystem::path libraryPath, TaskExecutor mainExecutor);
 
   ApplicationPlatform platform();
-  const std::filesystem::path& libraryPath() const { return libraryPath_; }
   const XdgUserDefaults& preferences() const { return preferences_; }
 
  private:

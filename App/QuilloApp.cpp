@@ -12,17 +12,16 @@ constexpr std::chrono::seconds endingLimit{10};
 
 }  // namespace
 
-QuilloApp::QuilloApp(MainLoop& loop, std::filesystem::path libraryPath)
+QuilloApp::QuilloApp(MainLoop& loop, const ApplicationPlatform& platform)
     : loop_(loop),
-      desktop_(std::move(libraryPath), loop.executor()),
-      services_(desktop_.platform(), loop.executor()),
+      services_(platform, loop.executor()),
       tasks_(loop.executor()),
       headsUpPanel_(tasks_, [this] { return services_.workers().makeExecutor(); }),
       thumbnailCache_(decoder_, services_.workers()),
       model_(services_.modelServices(headsUpPanel_, fileManager_)),
       delegate_(loop.executor()),
       thumbnails_(thumbnailCache_, tasks_),
-      watcher_(desktop_.libraryPath(), loop.executor(), [this] { model_.libraryChanged(); }) {}
+      watcher_(platform.libraryPath, loop.executor(), [this] { model_.libraryChanged(); }) {}
 
 QuilloApp::~QuilloApp() {
   const auto ending = spawnTask(loop_.executor(), [this] { return endTasks(); });

@@ -1,10 +1,8 @@
 #pragma once
 
-#include <filesystem>
 #include <memory>
 #include <optional>
 
-#include "DesktopPlatform.h"
 #include "FileManager.h"
 #include "QuilloApp/Interface/HeadsUpPanel.h"
 #include "QuilloApp/Interface/MainLoop.h"
@@ -15,6 +13,7 @@
 #include "QuilloApp/Library/LibraryWindow.h"
 #include "QuilloApp/Model/QuilloApplicationDelegate.h"
 #include "QuilloApp/Model/QuilloModel.h"
+#include "QuilloApp/Services/ApplicationPlatform.h"
 #include "QuilloApp/Services/ApplicationServices.h"
 #include "QuilloApp/Setup/SetupWindow.h"
 #include "QuilloCore/Artifacts/ArtifactThumbnailCache.h"
@@ -23,11 +22,12 @@
 
 namespace quillo {
 
-/// The application from its start to its end: adapters, services, model and interface, in the order in which they need
-/// each other.
+/// The application from its start to its end: services, model and interface, in the order in which they need each
+/// other.
 class QuilloApp {
  public:
-  QuilloApp(MainLoop& loop, std::filesystem::path libraryPath);
+  /// What the platform names outlives this.
+  QuilloApp(MainLoop& loop, const ApplicationPlatform& platform);
   QuilloApp(const QuilloApp&) = delete;
   QuilloApp& operator=(const QuilloApp&) = delete;
   /// Cancels what runs, and waits for its end.
@@ -50,7 +50,6 @@ class QuilloApp {
   Task<> endTasks();
 
   MainLoop& loop_;
-  DesktopPlatform desktop_;
   ApplicationServices services_;
   TaskGroup tasks_;
   FileManager fileManager_;

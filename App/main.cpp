@@ -7,6 +7,7 @@
 #include <mutex>
 #include <optional>
 
+#include "DesktopPlatform.h"
 #include "QuilloApp.h"
 #include "QuilloCore/Artifacts/ArtifactStore.h"
 #include "QuilloCore/Concurrency/TerminationSignals.h"
@@ -107,7 +108,8 @@ int runMain(int argumentCount, char** arguments) {
   }
 
   MainLoop loop;
-  QuilloApp running(loop, parsed->library);
+  DesktopPlatform desktop(parsed->library, loop.executor());
+  QuilloApp running(loop, desktop.platform());
   QObject::connect(&instance, &SessionInstance::requested, &application,
                    [&](LaunchRequest request) { running.perform(request); });
   QObject::connect(
