@@ -34,11 +34,15 @@ TestWindow::TestWindow(const TestWindowOptions& options) : connection_(connectTo
   const xcb_visualid_t visual = visualOfDepth(screen, depth);
   const xcb_colormap_t colormap = xcb_generate_id(connection_);
   xcb_create_colormap(connection_, XCB_COLORMAP_ALLOC_NONE, colormap, root_, visual);
-  const std::array<std::uint32_t, 3> values = {options.pixel, 0, colormap};
+  const std::uint32_t background = options.isUnpainted ? XCB_BACK_PIXMAP_NONE : options.pixel;
+  const std::uint32_t isUnmanaged = options.isUnmanaged ? 1 : 0;
+  const std::array<std::uint32_t, 4> values = {background, 0, isUnmanaged, colormap};
   xcb_create_window(connection_, depth, window_, root_, static_cast<std::int16_t>(options.bounds.x),
                     static_cast<std::int16_t>(options.bounds.y), static_cast<std::uint16_t>(options.bounds.width),
                     static_cast<std::uint16_t>(options.bounds.height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
-                    XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_COLORMAP, values.data());
+                    (options.isUnpainted ? XCB_CW_BACK_PIXMAP : XCB_CW_BACK_PIXEL) | XCB_CW_BORDER_PIXEL |
+                        XCB_CW_OVERRIDE_REDIRECT | XCB_CW_COLORMAP,
+                    values.data());
   setText("_NET_WM_NAME", "UTF8_STRING", options.title);
   const std::int64_t pid = options.pid < 0 ? ::getpid() : options.pid;
   if (pid != 0) setWords("_NET_WM_PID", "CARDINAL", {static_cast<std::uint32_t>(pid)});

@@ -19,6 +19,8 @@ struct TestWindowOptions {
   std::uint32_t pixel = 0;     ///< the colour that the display draws it in
   std::uint8_t depth = 0;      ///< the root's by default
   bool isUndecorated = false;  ///< asks the window manager for no frame
+  bool isUnmanaged = false;    ///< stands on the desktop itself, without a window manager
+  bool isUnpainted = false;    ///< has no colour: what nobody draws stays as it was
 };
 
 /// A window of this process on a connection of its own, drawn by the display in one colour.

@@ -1,12 +1,17 @@
 // A window's pixels: exactly its own, whatever covers it, and never a hole.
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdint>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
+#include "QuilloLinux/Windows/UndrawnArea.h"
 #include "QuilloLinux/Windows/X11WindowImage.h"
 #include "RunningProgram.h"
 #include "TestWindow.h"
@@ -63,6 +68,7 @@ std::string reasonOf(X11WindowImage& images, std::uint32_t windowID) {
   }
 }
 
+constexpr const char* undrawn = "The application does not draw the part of its window that is covered.";
 constexpr const char* gone = "The window is no longer on the screen.";
 
 TEST(WindowImage, coveredWindowGivesItsOwnPixels) {
@@ -113,6 +119,92 @@ TEST(WindowImage, pictureIsOfTheMomentAndSizeItIsTakenIn) {
   EXPECT_EQ(countOf(*image, 0xFF000000), 0U);
 }
 
+/// The rectangle around all pixels in which two pictures differ.
+PixelRect differenceOf(const BitmapImage& a, const BitmapImage& b) {
+  const auto width = static_cast<std::int32_t>(a.width);
+  const auto height = static_cast<std::int32_t>(a.height);
+  if (a.width != b.width || a.height != b.height) return {.x = 0, .y = 0, .width = width, .height = height};
+  std::int32_t left = width;
+  std::int32_t top = height;
+  std::int32_t right = 0;
+  std::int32_t bottom = 0;
+  for (std::int32_t y = 0; y < height; ++y) {
+    for (std::int32_t x = 0; x < width; ++x) {
+      const auto column = static_cast<std::uint32_t>(x);
+      const auto row = static_cast<std::uint32_t>(y);
+      if (pixelAt(a, column, row) == pixelAt(b, column, row)) continue;
+      left = std::min(left, x);
+      right = std::max(right, x + 1);
+      top = std::min(top, y);
+      bottom = y + 1;
+    }
+  }
+  return right == 0 ? PixelRect{} : PixelRect{left, top, right - left, bottom - top};
+}
+
+/// Asks the window manager and awaits what it does.
+void resizeProgram(std::uint32_t window, std::uint32_t width, std::uint32_t height) {
+  runProgram(
+      {"xdotool", "windowsize", "--sync", std::to_string(window), std::to_string(width), std::to_string(height)});
+}
+
+TEST(WindowImage, programThatIsResizedAfterFreezingIsPicturedAsItIsLaidOutThen) {
+  X11WindowImage images(nameless);
+  const RunningProgram editor({"mousepad", writeFile("letter.txt", "Dear reader")});
+  const std::uint32_t window = awaitWindow(editor).windowID;
+  readWindowHolding(editor, {"Dear reader"});
+  // The caret blinks.
+  const auto areAlike = [](const BitmapImage& a, const BitmapImage& b) {
+    const PixelRect difference = differenceOf(a, b);
+    return difference.width <= 3 && difference.height <= 30;
+  };
+  for (const bool isCovered : {false, true}) {
+    std::optional<TestWindow> above;
+    if (isCovered) {
+      above.emplace(windowOf(red, {.x = 0, .y = 0, .width = 1200, .height = 900}));
+      awaitListed(images, *above);
+    }
+    for (const auto& [width, height] : {std::pair{900U, 620U}, {500U, 300U}, {700U, 250U}, {640U, 480U}}) {
+      SCOPED_TRACE(fmt::format("{} by {}, {}", width, height, isCovered ? "covered" : "in front"));
+      images.prepare(window);
+      resizeProgram(window, width, height);
+      const auto image = images.image(window);
+      ASSERT_TRUE(image.has_value());
+      EXPECT_EQ(image->width, width);
+      EXPECT_EQ(image->height, height);
+      EXPECT_EQ(countOf(*image, 0xFF000000 | red), 0U);
+      BitmapImage settled = images.image(window).value();
+      EXPECT_TRUE(eventually([&] {
+        const BitmapImage last = std::exchange(settled, images.image(window).value());
+        return areAlike(last, settled);
+      }));
+      EXPECT_TRUE(areAlike(*image, settled));
+    }
+  }
+  const TestWindow above(windowOf(red, {.x = 0, .y = 0, .width = 1200, .height = 900}));
+  awaitListed(images, above);
+  editor.signal(SIGSTOP);
+  images.prepare(window);
+  resizeProgram(window, 660, 490);
+  EXPECT_EQ(reasonOf(images, window), undrawn);
+}
+
+TEST(WindowImage, whatNobodyDrewIsNotTakenFromTheScreen) {
+  X11WindowImage images(nameless);
+  TestWindowOptions options = windowOf(0, {.x = 100, .y = 100, .width = 300, .height = 200});
+  options.isUnmanaged = options.isUnpainted = true;
+  TestWindow below(options);
+  below.fill({.x = 0, .y = 0, .width = 300, .height = 200}, blue);
+  EXPECT_EQ(countOf(images.image(below.id()).value(), 0xFF000000 | blue), 300U * 200U);
+  options = windowOf(red, {.x = 150, .y = 50, .width = 600, .height = 500});
+  options.isUnmanaged = true;
+  const TestWindow above(options);
+  EXPECT_EQ(reasonOf(images, below.id()), undrawn);
+  images.prepare(below.id());
+  below.fill({.x = 0, .y = 0, .width = 300, .height = 200}, blue);
+  EXPECT_EQ(countOf(images.image(below.id()).value(), 0xFF000000 | blue), 300U * 200U);
+}
+
 TEST(WindowImage, transparencyIsKeptAndColoursAreWhole) {
   X11WindowImage images(nameless);
   TestWindowOptions options = windowOf(0x80402000, {.x = 100, .y = 100, .width = 100, .height = 100});
@@ -157,7 +249,7 @@ TEST(WindowImage, stoppedProgramsHoleIsNoPicture) {
   EXPECT_LT(countOf(*covered, 0xFF000000), covered->pixels.size() / 8);
 
   editor.signal(SIGSTOP);
-  EXPECT_EQ(reasonOf(images, window), "The application does not draw the part of its window that is covered.");
+  EXPECT_EQ(reasonOf(images, window), undrawn);
   EXPECT_EQ(reasonOf(images, above.id()), "a picture");
 }
 

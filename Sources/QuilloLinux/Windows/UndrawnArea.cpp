@@ -9,6 +9,24 @@ namespace {
 /// A program that draws in so many specks is believed to have drawn too little, rather than followed without end.
 constexpr std::size_t maximumRectCount = 4096;
 
+/// Adds the pieces of `whole` that lie outside `hole`.
+void addWithout(const PixelRect& hole, const PixelRect& whole, std::vector<PixelRect>& pieces) {
+  const PixelRect inside = whole.intersection(hole);
+  if (inside.isEmpty()) {
+    pieces.push_back(whole);
+    return;
+  }
+  const auto add = [&](const PixelRect& piece) {
+    if (!piece.isEmpty()) pieces.push_back(piece);
+  };
+  const std::int32_t bottom = inside.y + inside.height;
+  const std::int32_t right = inside.x + inside.width;
+  add({whole.x, whole.y, whole.width, inside.y - whole.y});
+  add({whole.x, inside.y, inside.x - whole.x, inside.height});
+  add({right, inside.y, whole.x + whole.width - right, inside.height});
+  add({whole.x, bottom, whole.width, whole.y + whole.height - bottom});
+}
+
 }  // namespace
 
 PixelRect PixelRect::intersection(const PixelRect& other) const {
@@ -22,22 +40,16 @@ PixelRect PixelRect::intersection(const PixelRect& other) const {
 void UndrawnArea::draw(const PixelRect& rect) {
   if (rects_.size() > maximumRectCount) return;
   std::vector<PixelRect> rest;
-  const auto keep = [&](const PixelRect& piece) {
-    if (!piece.isEmpty()) rest.push_back(piece);
-  };
+  for (const PixelRect& old : rects_) addWithout(rect, old, rest);
+  rects_ = std::move(rest);
+}
+
+void UndrawnArea::keepOnly(const PixelRect& rect) {
+  std::vector<PixelRect> rest;
   for (const PixelRect& old : rects_) {
-    const PixelRect drawn = old.intersection(rect);
-    if (drawn.isEmpty()) {
-      rest.push_back(old);
-      continue;
-    }
-    const std::int32_t bottom = drawn.y + drawn.height;
-    const std::int32_t right = drawn.x + drawn.width;
-    keep({old.x, old.y, old.width, drawn.y - old.y});
-    keep({old.x, drawn.y, drawn.x - old.x, drawn.height});
-    keep({right, drawn.y, old.x + old.width - right, drawn.height});
-    keep({old.x, bottom, old.width, old.y + old.height - bottom});
+    if (const PixelRect inside = old.intersection(rect); !inside.isEmpty()) rest.push_back(inside);
   }
+  addWithout(rect, everything, rest);
   rects_ = std::move(rest);
 }
 

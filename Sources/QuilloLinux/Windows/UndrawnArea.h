@@ -23,12 +23,15 @@ class UndrawnArea {
  public:
   void draw(const PixelRect& rect);
 
+  /// Everything outside the rectangle is undrawn again.
+  void keepOnly(const PixelRect& rect);
+
   /// What is left inside a window of this size, as rectangles that do not overlap.
   std::vector<PixelRect> within(std::int32_t width, std::int32_t height) const;
 
  private:
-  static constexpr std::int32_t limit = 65536;
-  std::vector<PixelRect> rects_{{0, 0, limit, limit}};
+  static constexpr PixelRect everything{.x = 0, .y = 0, .width = 65536, .height = 65536};
+  std::vector<PixelRect> rects_{everything};
 };
 
 }  // namespace quillo

@@ -18,10 +18,11 @@
 namespace quillo {
 namespace {
 
-using Clock = std::chrono::steady_clock;
+/// The longest that a program may take to draw what was covered, or to lay itself out anew.
+constexpr std::chrono::milliseconds drawingTime{500};
 
-/// What a program that answers needs to draw what was covered.
-constexpr std::chrono::milliseconds drawingTime{100};
+/// A program that has drawn nothing for so long after it was resized has nothing to draw.
+constexpr std::chrono::milliseconds quietTime{100};
 
 constexpr std::uint8_t eventCodeMask = 0x7F;
 
@@ -50,15 +51,13 @@ class NamedPixmap {
   std::uint32_t pixmap_;
 };
 
-bool isBlack(const BitmapImage& image, const PixelRect& rect) {
-  for (std::int32_t y = rect.y; y < rect.y + rect.height; ++y) {
-    const std::uint8_t* pixel = image.pixels.data() + static_cast<std::size_t>(y) * image.bytesPerRow() +
-                                static_cast<std::size_t>(rect.x) * BitmapImage::bytesPerPixel;
-    for (std::int32_t x = 0; x < rect.width; ++x, pixel += BitmapImage::bytesPerPixel) {
-      if (pixel[0] != 0 || pixel[1] != 0 || pixel[2] != 0) return false;
-    }
-  }
-  return true;
+/// Whether the window draws into pixels of its own already, as every window does under a compositor.
+bool hasOwnPixels(xcb_connection_t* connection, std::uint32_t window) {
+  const std::uint32_t pixmap = xcb_generate_id(connection);
+  const X11Reply<xcb_generic_error_t> error(
+      xcb_request_check(connection, xcb_composite_name_window_pixmap_checked(connection, window, pixmap)));
+  if (!error) xcb_free_pixmap(connection, pixmap);
+  return !error;
 }
 
 }  // namespace
@@ -81,55 +80,108 @@ X11WindowPixels::X11WindowPixels(std::unique_ptr<X11Connection> connection, std:
     : connection_(std::move(connection)), windowID_(windowID) {
   xcb_connection_t* display = connection_->get();
   std::free(xcb_damage_query_version_reply(display, xcb_damage_query_version(display, 1, 1), nullptr));
+  const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+  xcb_change_window_attributes(display, windowID_, XCB_CW_EVENT_MASK, &events);
+  const auto geometryRequest = xcb_get_geometry(display, windowID_);
+  const auto attributesRequest = xcb_get_window_attributes(display, windowID_);
+  const bool isRedirected = hasOwnPixels(display, windowID_);
+  const X11Reply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(display, geometryRequest, nullptr));
+  const X11Reply<xcb_get_window_attributes_reply_t> attributes(
+      xcb_get_window_attributes_reply(display, attributesRequest, nullptr));
+  if (geometry && attributes) {
+    width_ = geometry->width;
+    height_ = geometry->height;
+    keepsItsCorner_ = attributes->bit_gravity == XCB_GRAVITY_NORTH_WEST;
+    isShown_ = attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+    if (isRedirected) undrawn_.draw({0, 0, width_, height_});
+  }
   // A new damage record reports what is visible as drawn; so it is made before the window gets pixels of its own and
   // all of it counts as visible. Errors of both requests mean that the window is gone, which reading finds out.
   const std::uint32_t damage = xcb_generate_id(display);
   xcb_damage_create(display, damage, windowID_, XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
   xcb_composite_redirect_window(display, windowID_, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
-  xcb_flush(display);
+  awaitDisplay();
 }
 
-void X11WindowPixels::noteWhatWasDrawn() {
+void X11WindowPixels::awaitDisplay() {
+  std::free(xcb_get_input_focus_reply(connection_->get(), xcb_get_input_focus(connection_->get()), nullptr));
+}
+
+void X11WindowPixels::noteSize(std::int32_t width, std::int32_t height) {
+  if (width == width_ && height == height_) return;
+  kept_ = keepsItsCorner_ ? PixelRect{0, 0, std::min(width, width_), std::min(height, height_)} : PixelRect{};
+  undrawn_.keepOnly(*kept_);
+  width_ = width;
+  height_ = height;
+  isResized_ = true;
+}
+
+void X11WindowPixels::noteWhatHappened() {
   xcb_connection_t* display = connection_->get();
   const std::uint8_t damageEvent = xcb_get_extension_data(display, &xcb_damage_id)->first_event + XCB_DAMAGE_NOTIFY;
   while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(display)}) {
-    if ((event->response_type & eventCodeMask) != damageEvent) continue;
-    const xcb_rectangle_t& area = reinterpret_cast<const xcb_damage_notify_event_t*>(event.get())->area;
-    undrawn_.draw({area.x, area.y, area.width, area.height});
+    const std::uint8_t code = event->response_type & eventCodeMask;
+    if (code == XCB_CONFIGURE_NOTIFY) {
+      const auto* change = reinterpret_cast<const xcb_configure_notify_event_t*>(event.get());
+      noteSize(change->width, change->height);
+    } else if (code == XCB_UNMAP_NOTIFY || code == XCB_MAP_NOTIFY) {
+      isShown_ = code == XCB_MAP_NOTIFY;
+    } else if (code == damageEvent) {
+      const xcb_rectangle_t& rectangle = reinterpret_cast<const xcb_damage_notify_event_t*>(event.get())->area;
+      const PixelRect area{rectangle.x, rectangle.y, rectangle.width, rectangle.height};
+      if (kept_ == area) {
+        kept_.reset();
+      } else {
+        undrawn_.draw(area);
+      }
+    } else {
+      continue;
+    }
+    lastEvent_ = Clock::now();
   }
 }
 
-void X11WindowPixels::awaitDrawing(std::int32_t width, std::int32_t height) {
-  const auto deadline = Clock::now() + drawingTime;
-  // A round trip, so that what the display has already sent is here.
-  std::free(xcb_get_input_focus_reply(connection_->get(), xcb_get_input_focus(connection_->get()), nullptr));
-  for (noteWhatWasDrawn(); !undrawn_.within(width, height).empty(); noteWhatWasDrawn()) {
-    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
-    if (left.count() <= 0 || connection_->isBroken()) return;
+/// Until the program has drawn what it has to and, after a resize, has nothing more to say.
+bool X11WindowPixels::awaitDrawing(Clock::time_point deadline) {
+  awaitDisplay();  // so that what it has already sent is here
+  for (;;) {
+    noteWhatHappened();
+    const auto now = Clock::now();
+    if (isResized_ && now >= lastEvent_ + quietTime) isResized_ = false;
+    const bool isWhole = undrawn_.within(width_, height_).empty();
+    if ((isWhole && !isResized_) || !isShown_ || connection_->isBroken()) return true;
+    if (now >= deadline) return false;
+    const auto end = isResized_ ? std::min(deadline, lastEvent_ + quietTime) : deadline;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - now);
     pollfd readable{.fd = xcb_get_file_descriptor(connection_->get()), .events = POLLIN, .revents = 0};
     ::poll(&readable, 1, static_cast<int>(left.count()));
   }
 }
 
-BitmapImage X11WindowPixels::read() {
+BitmapImage X11WindowPixels::readPixels() {
   xcb_connection_t* display = connection_->get();
-  const X11Reply<xcb_get_geometry_reply_t> geometry(
-      xcb_get_geometry_reply(display, xcb_get_geometry(display, windowID_), nullptr));
-  if (!geometry) throw std::runtime_error("The window is no longer on the screen.");
-  awaitDrawing(geometry->width, geometry->height);
-
+  const auto geometryRequest = xcb_get_geometry(display, windowID_);
   const X11Reply<xcb_get_window_attributes_reply_t> attributes(
       xcb_get_window_attributes_reply(display, xcb_get_window_attributes(display, windowID_), nullptr));
-  if (!attributes) throw std::runtime_error("The window is no longer on the screen.");
+  const X11Reply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(display, geometryRequest, nullptr));
+  if (!attributes || !geometry) throw std::runtime_error("The window is no longer on the screen.");
   const NamedPixmap pixmap(display, windowID_);
-  BitmapImage image = readPicture(*connection_, pixmap.id(), attributes->visual, geometry->border_width);
+  return readPicture(*connection_, pixmap.id(), attributes->visual, geometry->border_width);
+}
 
-  noteWhatWasDrawn();
-  const auto holes = undrawn_.within(static_cast<std::int32_t>(image.width), static_cast<std::int32_t>(image.height));
-  if (std::ranges::any_of(holes, [&](const PixelRect& hole) { return isBlack(image, hole); })) {
-    throw std::runtime_error("The application does not draw the part of its window that is covered.");
+BitmapImage X11WindowPixels::read() {
+  const auto deadline = Clock::now() + drawingTime;
+  for (;;) {
+    const bool mayBeLate = !awaitDrawing(deadline);
+    BitmapImage image = readPixels();
+    noteWhatHappened();
+    const auto width = static_cast<std::int32_t>(image.width);
+    const auto height = static_cast<std::int32_t>(image.height);
+    const bool isWhole = undrawn_.within(width, height).empty();
+    const bool isCurrent = width == width_ && height == height_ && !isResized_;
+    if (isWhole && (isCurrent || mayBeLate)) return image;
+    if (mayBeLate) throw std::runtime_error("The application does not draw the part of its window that is covered.");
   }
-  return image;
 }
 
 }  // namespace quillo

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "QuilloCore/Capture/BitmapImage.h"
 #include "QuilloLinux/Windows/UndrawnArea.h"
@@ -20,19 +22,31 @@ class X11WindowPixels {
 
   std::uint32_t windowID() const { return windowID_; }
 
-  /// The pixels as they are now, waiting up to a tenth of a second for what the program has still to draw. Throws
-  /// std::runtime_error: the window is gone or not on the screen, or part of it was covered and stays black.
+  /// The pixels as they are now, waiting up to half a second for what the program has still to draw. Throws
+  /// std::runtime_error: the window is gone or not on the screen, or part of it was covered and is not drawn.
   BitmapImage read();
 
  private:
   X11WindowPixels(std::unique_ptr<X11Connection> connection, std::uint32_t windowID);
 
-  void noteWhatWasDrawn();
-  void awaitDrawing(std::int32_t width, std::int32_t height);
+  using Clock = std::chrono::steady_clock;
+
+  void awaitDisplay();
+  void noteWhatHappened();
+  void noteSize(std::int32_t width, std::int32_t height);
+  bool awaitDrawing(Clock::time_point deadline);
+  BitmapImage readPixels();
 
   std::unique_ptr<X11Connection> connection_;
   std::uint32_t windowID_;
+  std::int32_t width_ = 0;
+  std::int32_t height_ = 0;
+  bool isShown_ = false;
+  bool keepsItsCorner_ = false;  ///< what is drawn stays, at the upper left, when the window is resized
   UndrawnArea undrawn_;
+  std::optional<PixelRect> kept_;  ///< by a resize; the display will report it as drawn although nobody draws
+  bool isResized_ = false;         ///< and has perhaps not been laid out anew
+  Clock::time_point lastEvent_;
 };
 
 }  // namespace quillo

@@ -24,10 +24,12 @@ TEST(UndrawnArea, agreesWithAPictureOfTheSameStrokes) {
     std::vector<int> pixels(pixelCount);
     for (int stroke = next(8); stroke > 0; --stroke) {
       const PixelRect rect{next(side) - 4, next(side) - 4, next(side), next(side)};
-      area.draw(rect);
+      const bool isDrawn = next(4) != 0;
+      isDrawn ? area.draw(rect) : area.keepOnly(rect);
       for (std::int32_t y = 0; y < side; ++y) {
         for (std::int32_t x = 0; x < side; ++x) {
-          if (!rect.intersection({x, y, 1, 1}).isEmpty()) pixels[indexOf(x, y)] = 1;
+          const bool isInside = !rect.intersection({x, y, 1, 1}).isEmpty();
+          if (isInside == isDrawn) pixels[indexOf(x, y)] = isDrawn ? 1 : 0;
         }
       }
     }
