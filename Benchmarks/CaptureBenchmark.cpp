@@ -35,8 +35,9 @@ WindowCaptureTarget targetOf(std::int32_t processIdentifier) {
 void measure(std::int32_t processIdentifier, int count) {
   AtspiStatistics statistics;
   AtspiAccessibilityInterface accessibility([&](const AtspiStatistics& last) { statistics = last; });
+  X11WindowList windowList;
   SystemWallClock wallClock;
-  AccessibilityContextCapturer capturer(accessibility, wallClock);
+  AccessibilityContextCapturer capturer(accessibility, windowList, wallClock);
   const WindowCaptureTarget target = targetOf(processIdentifier);
   std::vector<double> seconds;
   std::size_t nodes = 0;

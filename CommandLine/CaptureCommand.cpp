@@ -49,7 +49,7 @@ class CaptureRun {
           isInterrupted_ = true;
           loop_.cancel();
         }),
-        capturer_(environment.accessibility, environment.wallClock),
+        capturer_(environment.accessibility, environment.windowList, environment.wallClock),
         screenshots_(environment.windowImages, clock_, screenshotQueue_) {}
 
   ContextArtifactDraft run() {

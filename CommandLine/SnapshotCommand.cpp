@@ -21,7 +21,8 @@ CommandResult runSnapshot(const SnapshotOptions& options, CommandEnvironment& en
                                                  {.processIdentifier = ::getpid(), .bundleIdentifier = {}});
   const FrozenContextCaptureTarget target =
       options.windowNumber ? resolver.resolveWindow(*options.windowNumber) : resolver.resolve();
-  AccessibilityContextCapturer capturer(environment.accessibility, environment.wallClock, configuration);
+  AccessibilityContextCapturer capturer(environment.accessibility, environment.windowList, environment.wallClock,
+                                        configuration);
   const AccessibilitySnapshot snapshot = capturer.captureSynchronously(makeWindowCaptureTarget(target), control);
   return {encodeJson(snapshot, JsonStyle::prettyPrinted)};
 }

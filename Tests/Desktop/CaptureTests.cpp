@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "QuilloCore/Capture/ContextCaptureServiceError.h"
@@ -165,6 +166,24 @@ TEST(Capture, interruptedAtAnyInstantLeavesNothingOrOneWholeArtifact) {
       EXPECT_EQ(finished.output, "") << seconds;
       EXPECT_THAT(namesIn(library), ElementsAre()) << seconds;
     }
+  }
+}
+
+TEST(Capture, windowResizedAfterFreezingIsCapturedInItsNewSizeWithAWarning) {
+  SteppedCapture stepped;
+  const Editor editor;
+  for (const auto& [width, height] : {std::pair{900, 620}, {500, 300}}) {
+    const FrozenContextCaptureTarget target = stepped.freeze(editor.window);
+    runProgram({"xdotool", "windowsize", editor.number(), std::to_string(width), std::to_string(height)});
+    const ContextCaptureResult result = stepped.capture(target);
+    EXPECT_EQ(result.screenshot.pixelWidth, width);
+    EXPECT_EQ(result.screenshot.pixelHeight, height);
+    EXPECT_EQ(result.target, target);
+    ASSERT_TRUE(result.source.windowFrame.has_value());
+    EXPECT_EQ(result.source.windowFrame->width, width);
+    EXPECT_THAT(encodeJson(result.accessibilitySnapshot, JsonStyle::compact), HasSubstr("Dear reader"));
+    EXPECT_THAT(result.accessibilitySnapshot.warnings,
+                testing::Contains(HasSubstr("The window's size changed while it was captured")));
   }
 }
 

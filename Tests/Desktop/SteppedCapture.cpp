@@ -17,7 +17,7 @@ ApplicationIdentity nameless(const std::string& /*windowClass*/) {
 SteppedCapture::SteppedCapture()
     : applications_(nameless),
       images_(std::make_shared<X11WindowImage>(nameless)),
-      capturer_(accessibility_, wallClock_),
+      capturer_(accessibility_, windowList_, wallClock_),
       screenshots_(images_, clock_, screenshotQueue_) {}
 
 FrozenContextCaptureTarget SteppedCapture::freeze(std::uint32_t windowID) {

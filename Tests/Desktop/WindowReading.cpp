@@ -31,10 +31,11 @@ WindowCaptureTarget awaitWindow(const RunningProgram& program) {
 
 AccessibilitySnapshot readWindow(const WindowCaptureTarget& target, double timeout) {
   AtspiAccessibilityInterface accessibility;
+  X11WindowList windowList;
   SystemWallClock wallClock;
   AccessibilityCaptureConfiguration configuration;
   configuration.captureTimeout = timeout;
-  AccessibilityContextCapturer capturer(accessibility, wallClock, configuration);
+  AccessibilityContextCapturer capturer(accessibility, windowList, wallClock, configuration);
   return capturer.captureSynchronously(target, std::make_shared<AccessibilityCaptureControl>(timeout));
 }
 

@@ -31,9 +31,9 @@ struct ApplicationPlatform {
   // Asked on queues, from several threads.
   AccessibilityInterface& accessibility;
   std::shared_ptr<WindowImageCapturing> windowImages;
+  WindowListProviding& windowList;
 
   // Asked on one queue.
-  WindowListProviding& windowList;
   RunningApplicationsProviding& windowOwners;
   ExcludedApplication ownApplication;  ///< which is never captured
 

@@ -8,7 +8,7 @@ ApplicationServices::ApplicationServices(const ApplicationPlatform& platform, Ta
     : platform_(platform),
       mainExecutor_(std::move(mainExecutor)),
       repository_(ArtifactStore(platform.libraryPath, platform.store, ArtifactProjection::standard())),
-      capturer_(platform.accessibility, platform.store.clock),
+      capturer_(platform.accessibility, platform.windowList, platform.store.clock),
       screenshots_(platform.windowImages, platform.clock, screenshotQueue_),
       permissions_(platform),
       captureTargets_(platform),

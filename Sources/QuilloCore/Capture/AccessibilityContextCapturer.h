@@ -5,6 +5,7 @@
 #include "QuilloCore/Capture/AccessibilitySnapshot.h"
 #include "QuilloCore/Capture/AccessibilitySnapshotCapture.h"
 #include "QuilloCore/Capture/WindowCaptureTarget.h"
+#include "QuilloCore/Capture/WindowListProviding.h"
 #include "QuilloCore/Concurrency/MonotonicClock.h"
 #include "QuilloCore/Concurrency/SerialQueue.h"
 #include "QuilloCore/Concurrency/Task.h"
@@ -12,11 +13,12 @@
 
 namespace quillo {
 
-/// Reads the accessibility tree of frozen windows, within the limits of its configuration.
+/// Reads the accessibility tree of frozen windows, wherever they stand by then, within the limits of its configuration.
 class AccessibilityContextCapturer {
  public:
-  /// The interface and the clock outlive every reading. The configuration is clamped.
-  AccessibilityContextCapturer(AccessibilityInterface& interface, WallClock& wallClock,
+  /// The references outlive every reading; the window list is asked on the thread that reads. The configuration is
+  /// clamped.
+  AccessibilityContextCapturer(AccessibilityInterface& interface, WindowListProviding& windowList, WallClock& wallClock,
                                const AccessibilityCaptureConfiguration& configuration = {});
 
   const AccessibilityCaptureConfiguration& configuration() const { return configuration_; }
@@ -34,6 +36,7 @@ class AccessibilityContextCapturer {
 
  private:
   AccessibilityInterface& interface_;
+  WindowListProviding& windowList_;
   WallClock& wallClock_;
   AccessibilityCaptureConfiguration configuration_;
 };

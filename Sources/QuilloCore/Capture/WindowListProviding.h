@@ -28,7 +28,7 @@ struct WindowListEntry {
   friend bool operator==(const WindowListEntry&, const WindowListEntry&) = default;
 };
 
-/// The window server's list of windows.
+/// The window server's list of windows. May be asked by several threads.
 class WindowListProviding {
  public:
   virtual ~WindowListProviding() = default;

@@ -2,6 +2,7 @@
 
 #include "CaptureFixture.h"
 #include "QuilloCore/Capture/AccessibilityCaptureError.h"
+#include "QuilloCore/Capture/WindowScreenshotCaptureError.h"
 #include "QuilloCore/Concurrency/BlockingLoop.h"
 #include "QuilloCore/Concurrency/SpawnedTask.h"
 #include "Tests/Support/Gate.h"
@@ -10,12 +11,33 @@
 namespace quillo::test {
 namespace {
 
+/// The frozen window, whose frame moves on with each look.
+class MovingWindow final : public WindowListProviding {
+ public:
+  explicit MovingWindow(const WindowCaptureTarget& target) : frames{target.windowFrame} {
+    window.windowID = target.windowID;
+    window.processIdentifier = target.processIdentifier;
+  }
+  std::vector<WindowListEntry> onScreenFrontToBack() override {
+    if (isUnreadable) throw WindowScreenshotCaptureError(WindowScreenshotCaptureError::WindowListUnavailable{});
+    window.bounds = frames.front();
+    if (frames.size() > 1) frames.erase(frames.begin());
+    ++lookCount;
+    return {window};
+  }
+  WindowListEntry window;
+  std::vector<ArtifactRect> frames;
+  bool isUnreadable = false;
+  int lookCount = 0;
+};
+
 class ContextCapturer : public CaptureTest {
  protected:
   Gate isHanging;
   Gate mayAnswer;
   VirtualMonotonicClock clock;
-  AccessibilityContextCapturer capturer{application, wallClock, {.captureTimeout = 7.5}};
+  MovingWindow windowList{target};
+  AccessibilityContextCapturer capturer{application, windowList, wallClock, {.captureTimeout = 7.5}};
   SerialQueue queue{"org.quillo.Quillo.accessibility-capture"};
 };
 
@@ -74,6 +96,40 @@ TEST_F(ContextCapturer, windowThatHasGoneIsNoCapture) {
     EXPECT_EQ(error.substr(0, std::string(gone.error).size()), gone.error);
     EXPECT_EQ(error.empty(), std::string(gone.error).empty()) << error;
   }
+}
+
+TEST_F(ContextCapturer, windowIsFoundWhereItStandsByNow) {
+  const ArtifactRect frozen = target.windowFrame;
+  const ArtifactRect wider{.x = 5, .y = 5, .width = 600, .height = 300};
+  struct FrameCase {
+    const char* label;
+    std::vector<ArtifactRect> listed;
+    bool isFound;
+    int lookCount;
+  };
+  application.addWindows("window 'Inbox' frame=5,5,600,300\n  button 'Reply'\nwindow 'Draft' frame=0,0,200,100");
+  for (const FrameCase& moved : {FrameCase{"resized", {wider}, true, 1},
+                                 FrameCase{"still being resized", {{0, 0, 450, 300}, {2, 2, 500, 300}, wider}, true, 3},
+                                 FrameCase{"its program has not heard", {{0, 0, 450, 300}}, false, 5},
+                                 FrameCase{"not resized", {frozen}, false, 1}}) {
+    windowList.frames = moved.listed;
+    windowList.lookCount = 0;
+    bool isFound = true;
+    try {
+      EXPECT_EQ(runBlocking([&] { return capturer.capture(clock, queue, target); }).nodes.size(), 2U) << moved.label;
+    } catch (const AccessibilityCaptureError&) {
+      isFound = false;
+    }
+    EXPECT_EQ(isFound, moved.isFound) << moved.label;
+    EXPECT_EQ(windowList.lookCount, moved.lookCount) << moved.label;
+  }
+  target.windowFrame = {.x = 0, .y = 0, .width = 200, .height = 100};
+  target.windowTitle = "Draft";
+  windowList.frames = {{0, 0, 450, 300}};
+  EXPECT_EQ(runBlocking([&] { return capturer.capture(clock, queue, target); }).nodes.size(), 1U)
+      << "a program that has not heard of it is in the frozen place";
+  windowList.isUnreadable = true;
+  EXPECT_EQ(runBlocking([&] { return capturer.capture(clock, queue, target); }).nodes.size(), 1U);
 }
 
 }  // namespace
