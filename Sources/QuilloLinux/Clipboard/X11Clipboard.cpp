@@ -105,8 +105,7 @@ void X11Clipboard::requireDisplay() const {
 
 /// Afterwards every event that came of what has happened in the display so far is handled.
 void X11Clipboard::synchronize() {
-  const X11Reply<xcb_get_input_focus_reply_t> reply(
-      xcb_get_input_focus_reply(display_.get(), xcb_get_input_focus(display_.get()), nullptr));
+  awaitDisplay(display_.get());
   handleEvents();
   requireDisplay();
 }

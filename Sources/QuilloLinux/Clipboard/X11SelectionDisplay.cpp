@@ -31,13 +31,11 @@ std::vector<std::uint32_t> X11Property::words() const {
 
 X11SelectionDisplay::X11SelectionDisplay() : connection_(X11Connection::open()) {
   if (!connection_) throw PasteboardError(PasteboardError::DisplayUnavailable{});
-  const xcb_query_extension_reply_t* extension = xcb_get_extension_data(get(), &xcb_xfixes_id);
-  if (extension == nullptr || extension->present == 0)
-    throw PasteboardError(PasteboardError::MissingExtension{"XFIXES"});
-  firstExtensionEvent_ = extension->first_event;
+  const X11Extension extension = awaitExtension(get(), &xcb_xfixes_id);
+  if (!extension.isPresent) throw PasteboardError(PasteboardError::MissingExtension{"XFIXES"});
+  firstExtensionEvent_ = extension.firstEvent;
   constexpr std::uint32_t major = 5;
-  const X11Reply<xcb_xfixes_query_version_reply_t> version(
-      xcb_xfixes_query_version_reply(get(), xcb_xfixes_query_version(get(), major, 0), nullptr));
+  const auto version = awaitReply<xcb_xfixes_query_version_reply_t>(get(), xcb_xfixes_query_version(get(), major, 0));
   if (!version) throw PasteboardError(PasteboardError::DisplayLost{});
   atoms_ = internAtoms(get(), protocolNames);
   chunkSize_ = std::min(preferredChunkSize, std::size_t{xcb_get_maximum_request_length(get())});
@@ -73,9 +71,7 @@ std::vector<std::string> X11SelectionDisplay::namesOf(std::span<const std::uint3
     if (atom != XCB_ATOM_NONE && !namesByAtom_.contains(atom)) asked.emplace_back(atom, xcb_get_atom_name(get(), atom));
   }
   for (const auto& [atom, cookie] : asked) {
-    xcb_generic_error_t* error = nullptr;
-    const X11Reply<xcb_get_atom_name_reply_t> reply(xcb_get_atom_name_reply(get(), cookie, &error));
-    const X11Reply<xcb_generic_error_t> ownedError(error);
+    const auto reply = awaitReply<xcb_get_atom_name_reply_t>(get(), cookie);
     if (!reply) continue;
     const std::string name(xcb_get_atom_name_name(reply.get()),
                            static_cast<std::size_t>(xcb_get_atom_name_name_length(reply.get())));
@@ -107,9 +103,7 @@ X11Property X11SelectionDisplay::property(std::uint32_t window, std::uint32_t pr
   const auto words = static_cast<std::uint32_t>(maximumBytes / sizeof(std::uint32_t) + 1);
   const auto cookie = xcb_get_property(get(), reading == X11PropertyReading::remove ? 1 : 0, window, property,
                                        XCB_GET_PROPERTY_TYPE_ANY, 0, words);
-  xcb_generic_error_t* error = nullptr;
-  const X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(get(), cookie, &error));
-  const X11Reply<xcb_generic_error_t> ownedError(error);
+  const auto reply = awaitReply<xcb_get_property_reply_t>(get(), cookie);
   X11Property result;
   if (!reply) return result;
   result.type = reply->type;
@@ -133,8 +127,7 @@ void X11SelectionDisplay::setAtoms(std::uint32_t window, std::uint32_t property,
 }
 
 std::uint32_t X11SelectionDisplay::ownerOf(std::uint32_t selection) const {
-  const X11Reply<xcb_get_selection_owner_reply_t> reply(
-      xcb_get_selection_owner_reply(get(), xcb_get_selection_owner(get(), selection), nullptr));
+  const auto reply = awaitReply<xcb_get_selection_owner_reply_t>(get(), xcb_get_selection_owner(get(), selection));
   return reply ? reply->owner : XCB_WINDOW_NONE;
 }
 

@@ -46,7 +46,7 @@ std::unique_ptr<X11HotKeyGrabs> X11HotKeyGrabs::open() {
 
 X11HotKeyGrabs::X11HotKeyGrabs(std::unique_ptr<X11Connection> connection, X11ModifierMasks masks)
     : connection_(std::move(connection)),
-      keyboardEvent_(xcb_get_extension_data(connection_->get(), &xcb_xkb_id)->first_event),
+      keyboardEvent_(awaitExtension(connection_->get(), &xcb_xkb_id).firstEvent),
       masks_(masks) {}
 
 HotKeyStatus X11HotKeyGrabs::grab(const QuilloHotKey& hotKey, HotKeyIdentity identity, HotKeyReference reference) {
@@ -78,8 +78,8 @@ HotKeyStatus X11HotKeyGrabs::grabVariants(Grab& grab) {
   }
   HotKeyStatus status = hotKeySucceeded;
   for (const auto cookie : cookies) {
-    const X11Reply<xcb_generic_error_t> error(xcb_request_check(connection, cookie));
-    if (error && status == hotKeySucceeded) status = error->error_code;
+    const unsigned char error = awaitCheck(connection, cookie.sequence);
+    if (status == hotKeySucceeded && error != 0) status = error;
   }
   if (isBroken()) return hotKeyDisplayIsUnavailable;
   if (status != hotKeySucceeded) releaseVariants(grab.keyCode, grab.variants);
@@ -89,9 +89,7 @@ HotKeyStatus X11HotKeyGrabs::grabVariants(Grab& grab) {
 void X11HotKeyGrabs::releaseVariants(std::uint8_t keyCode, const std::vector<std::uint16_t>& variants) {
   xcb_connection_t* connection = connection_->get();
   for (const std::uint16_t variant : variants) xcb_ungrab_key(connection, keyCode, connection_->root(), variant);
-  // Any answer says that the display has seen them all.
-  const X11Reply<xcb_get_input_focus_reply_t> answer(
-      xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+  awaitDisplay(connection);
 }
 
 void X11HotKeyGrabs::release(HotKeyReference reference) {

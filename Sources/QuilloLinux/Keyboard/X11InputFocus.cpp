@@ -34,8 +34,7 @@ bool tellsActiveWindow(const X11Connection& connection) {
 /// Whether the window is the other one or lies in it, as one of another process may.
 bool isInside(const X11Connection& connection, std::uint32_t window, std::uint32_t other) {
   while (window != other && window != connection.root()) {
-    const X11Reply<xcb_query_tree_reply_t> tree(
-        xcb_query_tree_reply(connection.get(), xcb_query_tree(connection.get(), window), nullptr));
+    const auto tree = awaitReply<xcb_query_tree_reply_t>(connection.get(), xcb_query_tree(connection.get(), window));
     if (!tree || tree->parent == XCB_WINDOW_NONE) return false;
     window = tree->parent;
   }
@@ -62,7 +61,7 @@ std::optional<InputFocus> X11InputFocus::inputFocus() {
 
   const xcb_get_input_focus_cookie_t cookie = xcb_get_input_focus(connection.get());
   X11PropertyRequest active(connection, connection.root(), connection.atom(X11Atom::netActiveWindow));
-  const X11Reply<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(connection.get(), cookie, nullptr));
+  const auto reply = awaitReply<xcb_get_input_focus_reply_t>(connection.get(), cookie);
   const std::vector<std::uint32_t> activeWords = active.words();
   if (!reply || reply->focus == XCB_INPUT_FOCUS_NONE || reply->focus == XCB_INPUT_FOCUS_POINTER_ROOT ||
       reply->focus == connection.root()) {

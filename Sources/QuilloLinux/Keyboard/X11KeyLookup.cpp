@@ -18,9 +18,8 @@ std::optional<X11KeyLookup> X11KeyLookup::read(const X11Connection& connection, 
   const auto symbolsCookie = xcb_xkb_get_map(connection.get(), XCB_XKB_ID_USE_CORE_KBD, XCB_XKB_MAP_PART_KEY_SYMS, 0, 0,
                                              0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
   const auto modifiersCookie = xcb_get_modifier_mapping(connection.get());
-  const X11Reply<xcb_xkb_get_map_reply_t> map(xcb_xkb_get_map_reply(connection.get(), symbolsCookie, nullptr));
-  const X11Reply<xcb_get_modifier_mapping_reply_t> modifiers(
-      xcb_get_modifier_mapping_reply(connection.get(), modifiersCookie, nullptr));
+  const auto map = awaitReply<xcb_xkb_get_map_reply_t>(connection.get(), symbolsCookie);
+  const auto modifiers = awaitReply<xcb_get_modifier_mapping_reply_t>(connection.get(), modifiersCookie);
   if (!map || !modifiers || (map->present & XCB_XKB_MAP_PART_KEY_SYMS) == 0) return std::nullopt;
 
   X11KeyLookup lookup;

@@ -71,10 +71,8 @@ std::optional<X11ModifierMasks> readModifierMasks(const X11Connection& connectio
   const auto count = static_cast<std::uint8_t>(setup->max_keycode - first + 1);
   const auto modifiersCookie = xcb_get_modifier_mapping(connection.get());
   const auto symbolsCookie = xcb_get_keyboard_mapping(connection.get(), first, count);
-  const X11Reply<xcb_get_modifier_mapping_reply_t> modifiers(
-      xcb_get_modifier_mapping_reply(connection.get(), modifiersCookie, nullptr));
-  const X11Reply<xcb_get_keyboard_mapping_reply_t> symbols(
-      xcb_get_keyboard_mapping_reply(connection.get(), symbolsCookie, nullptr));
+  const auto modifiers = awaitReply<xcb_get_modifier_mapping_reply_t>(connection.get(), modifiersCookie);
+  const auto symbols = awaitReply<xcb_get_keyboard_mapping_reply_t>(connection.get(), symbolsCookie);
   if (!modifiers || !symbols) return std::nullopt;
 
   const std::span allSymbols(xcb_get_keyboard_mapping_keysyms(symbols.get()),

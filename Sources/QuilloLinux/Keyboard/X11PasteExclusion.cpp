@@ -17,8 +17,7 @@ bool X11PasteExclusion::enter() {
   xcb_create_window(display, 0, window, connection_->root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
                     XCB_COPY_FROM_PARENT, 0, nullptr);
   xcb_grab_server(display);
-  const X11Reply<xcb_get_selection_owner_reply_t> owner(
-      xcb_get_selection_owner_reply(display, xcb_get_selection_owner(display, selection), nullptr));
+  const auto owner = awaitReply<xcb_get_selection_owner_reply_t>(display, xcb_get_selection_owner(display, selection));
   const bool isFree = owner && owner->owner == XCB_WINDOW_NONE;
   if (isFree) xcb_set_selection_owner(display, window, selection, XCB_CURRENT_TIME);
   xcb_ungrab_server(display);

@@ -58,8 +58,7 @@ bool X11PasteKeystroke::connect() {
   if (connection_ && !connection_->isBroken()) return true;
   connection_ = connectToKeyboard();
   if (!connection_) return false;
-  const xcb_query_extension_reply_t* extension = xcb_get_extension_data(connection_->get(), &xcb_test_id);
-  if (extension != nullptr && extension->present != 0) return true;
+  if (awaitExtension(connection_->get(), &xcb_test_id).isPresent) return true;
   connection_.reset();
   return false;
 }
@@ -75,8 +74,8 @@ PasteKeystrokeOutcome X11PasteKeystroke::send(PasteKeystroke keystroke, std::uin
   const auto focusCookie = xcb_get_input_focus(display);
   const auto pressedCookie = xcb_query_keymap(display);
   const auto state = readKeyboardState(*connection_);
-  const X11Reply<xcb_get_input_focus_reply_t> focus(xcb_get_input_focus_reply(display, focusCookie, nullptr));
-  const X11Reply<xcb_query_keymap_reply_t> pressed(xcb_query_keymap_reply(display, pressedCookie, nullptr));
+  const auto focus = awaitReply<xcb_get_input_focus_reply_t>(display, focusCookie);
+  const auto pressed = awaitReply<xcb_query_keymap_reply_t>(display, pressedCookie);
   if (!state || !focus || !pressed) return PasteKeystrokeOutcome::failed;
   if (focus->focus != inputFocus) return PasteKeystrokeOutcome::focusMoved;
   const bool isAnyKeyDown = std::ranges::any_of(pressed->keys, [](std::uint8_t eightKeys) { return eightKeys != 0; });
@@ -91,9 +90,7 @@ PasteKeystrokeOutcome X11PasteKeystroke::send(PasteKeystroke keystroke, std::uin
   for (const std::uint8_t key : keys) act(XCB_KEY_PRESS, key);
   for (const std::uint8_t key : std::views::reverse(keys)) act(XCB_KEY_RELEASE, key);
   // The display's answer to the next question means that it has acted on the keys.
-  const X11Reply<xcb_get_input_focus_reply_t> acted(
-      xcb_get_input_focus_reply(display, xcb_get_input_focus(display), nullptr));
-  return acted ? PasteKeystrokeOutcome::sent : PasteKeystrokeOutcome::failed;
+  return awaitDisplay(display) ? PasteKeystrokeOutcome::sent : PasteKeystrokeOutcome::failed;
 }
 
 }  // namespace quillo

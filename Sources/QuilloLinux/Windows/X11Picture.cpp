@@ -38,9 +38,8 @@ class SharedMemory {
     if (std::bit_cast<std::intptr_t>(memory) != -1) {
       memory_ = memory;
       segment_ = xcb_generate_id(connection_);
-      const X11Reply<xcb_generic_error_t> error(xcb_request_check(
-          connection_, xcb_shm_attach_checked(connection_, segment_, static_cast<std::uint32_t>(identifier), 0)));
-      isAttached_ = !error;
+      const auto attaching = xcb_shm_attach_checked(connection_, segment_, static_cast<std::uint32_t>(identifier), 0);
+      isAttached_ = awaitCheck(connection_, attaching.sequence) == 0;
     }
     // It goes with its last user, whatever becomes of us.
     ::shmctl(identifier, IPC_RMID, nullptr);
@@ -63,11 +62,6 @@ class SharedMemory {
   std::uint32_t segment_ = 0;
   bool isAttached_ = false;
 };
-
-bool sharesMemory(xcb_connection_t* connection) {
-  const xcb_query_extension_reply_t* extension = xcb_get_extension_data(connection, &xcb_shm_id);
-  return extension != nullptr && extension->present != 0;
-}
 
 /// The display's pixel: 8 bits of red, green and blue in a 32-bit word, the upper 8 bits alpha or nothing.
 struct PixelConversion {
@@ -143,8 +137,7 @@ void checkFormat(xcb_connection_t* connection, std::uint8_t depth, std::uint32_t
 BitmapImage readPicture(const X11Connection& connection, std::uint32_t pixmap, std::uint32_t visual,
                         std::uint32_t border) {
   xcb_connection_t* display = connection.get();
-  const X11Reply<xcb_get_geometry_reply_t> geometry(
-      xcb_get_geometry_reply(display, xcb_get_geometry(display, pixmap), nullptr));
+  const auto geometry = awaitReply<xcb_get_geometry_reply_t>(display, xcb_get_geometry(display, pixmap));
   if (!geometry || geometry->width <= 2 * border || geometry->height <= 2 * border) {
     throw std::runtime_error("The window is no longer on the screen.");
   }
@@ -159,22 +152,18 @@ BitmapImage readPicture(const X11Connection& connection, std::uint32_t pixmap, s
   }
   const PixelConversion conversion{.hasAlpha = geometry->depth == 32};
 
-  if (sharesMemory(display)) {
+  if (awaitExtension(display, &xcb_shm_id).isPresent) {
     const SharedMemory memory(display, area.byteCount());
     if (memory.isShared()) {
-      const X11Reply<xcb_shm_get_image_reply_t> reply(
-          xcb_shm_get_image_reply(display,
-                                  xcb_shm_get_image(display, area.pixmap, area.x, area.y, area.width, area.height,
-                                                    allPlanes, XCB_IMAGE_FORMAT_Z_PIXMAP, memory.segment(), 0),
-                                  nullptr));
+      const auto reply = awaitReply<xcb_shm_get_image_reply_t>(
+          display, xcb_shm_get_image(display, area.pixmap, area.x, area.y, area.width, area.height, allPlanes,
+                                     XCB_IMAGE_FORMAT_Z_PIXMAP, memory.segment(), 0));
       if (reply && reply->size == area.byteCount()) return convert(memory.bytes(), area, conversion);
     }
   }
-  const X11Reply<xcb_get_image_reply_t> reply(
-      xcb_get_image_reply(display,
-                          xcb_get_image(display, XCB_IMAGE_FORMAT_Z_PIXMAP, area.pixmap, area.x, area.y, area.width,
-                                        area.height, allPlanes),
-                          nullptr));
+  const auto reply =
+      awaitReply<xcb_get_image_reply_t>(display, xcb_get_image(display, XCB_IMAGE_FORMAT_Z_PIXMAP, area.pixmap, area.x,
+                                                               area.y, area.width, area.height, allPlanes));
   if (!reply || static_cast<std::size_t>(xcb_get_image_data_length(reply.get())) != area.byteCount()) {
     throw std::runtime_error("The display does not give the window's pixels.");
   }

@@ -53,16 +53,6 @@ struct WindowRequests {
   X11PropertyRequest shadowExtents;
 };
 
-/// An answer, or nothing when the window is gone.
-template <class Reply, class Cookie>
-X11Reply<Reply> answerOf(const X11Connection& connection, Cookie cookie,
-                         Reply* (*read)(xcb_connection_t*, Cookie, xcb_generic_error_t**)) {
-  xcb_generic_error_t* error = nullptr;
-  X11Reply<Reply> reply(read(connection.get(), cookie, &error));
-  const X11Reply<xcb_generic_error_t> ownedError(error);
-  return reply;
-}
-
 /// WM_NAME is Latin-1 unless it says otherwise; what is valid UTF-8 is taken as such, as most programs write it.
 std::string decodeLegacyName(const std::string& bytes) {
   if (!findInvalidUtf8(bytes)) return bytes;
@@ -93,9 +83,9 @@ bool anyEdge(const std::vector<std::uint32_t>& edges) {
 
 std::optional<WindowListEntry> entryOf(const X11Connection& connection, WindowRequests& requests,
                                        std::optional<std::uint32_t> currentDesktop) {
-  const auto geometry = answerOf(connection, requests.geometry, xcb_get_geometry_reply);
-  const auto position = answerOf(connection, requests.position, xcb_translate_coordinates_reply);
-  const auto attributes = answerOf(connection, requests.attributes, xcb_get_window_attributes_reply);
+  const auto geometry = awaitReply<xcb_get_geometry_reply_t>(connection.get(), requests.geometry);
+  const auto position = awaitReply<xcb_translate_coordinates_reply_t>(connection.get(), requests.position);
+  const auto attributes = awaitReply<xcb_get_window_attributes_reply_t>(connection.get(), requests.attributes);
   const auto pid = requests.process.processIdentifier();
   if (!geometry || !position || !attributes || !pid) return std::nullopt;
 

@@ -26,19 +26,14 @@ constexpr std::chrono::milliseconds quietTime{100};
 
 constexpr std::uint8_t eventCodeMask = 0x7F;
 
-bool isPresent(xcb_connection_t* connection, xcb_extension_t* extension) {
-  const xcb_query_extension_reply_t* reply = xcb_get_extension_data(connection, extension);
-  return reply != nullptr && reply->present != 0;
-}
-
 /// The window's own pixels by a name of ours, which keeps them when the window goes.
 class NamedPixmap {
  public:
   NamedPixmap(xcb_connection_t* connection, std::uint32_t window)
       : connection_(connection), pixmap_(xcb_generate_id(connection)) {
-    const X11Reply<xcb_generic_error_t> error(
-        xcb_request_check(connection_, xcb_composite_name_window_pixmap_checked(connection_, window, pixmap_)));
-    if (error) throw std::runtime_error("The window is no longer on the screen.");
+    const auto naming = xcb_composite_name_window_pixmap_checked(connection_, window, pixmap_);
+    if (awaitCheck(connection_, naming.sequence) != 0)
+      throw std::runtime_error("The window is no longer on the screen.");
   }
   NamedPixmap(const NamedPixmap&) = delete;
   NamedPixmap& operator=(const NamedPixmap&) = delete;
@@ -54,19 +49,21 @@ class NamedPixmap {
 /// Whether the window draws into pixels of its own already, as every window does under a compositor.
 bool hasOwnPixels(xcb_connection_t* connection, std::uint32_t window) {
   const std::uint32_t pixmap = xcb_generate_id(connection);
-  const X11Reply<xcb_generic_error_t> error(
-      xcb_request_check(connection, xcb_composite_name_window_pixmap_checked(connection, window, pixmap)));
-  if (!error) xcb_free_pixmap(connection, pixmap);
-  return !error;
+  const auto naming = xcb_composite_name_window_pixmap_checked(connection, window, pixmap);
+  const bool isNamed = awaitCheck(connection, naming.sequence) == 0;
+  if (isNamed) xcb_free_pixmap(connection, pixmap);
+  return isNamed;
 }
 
 }  // namespace
 
 bool X11WindowPixels::isOffered(const X11Connection& connection) {
-  if (!isPresent(connection.get(), &xcb_composite_id) || !isPresent(connection.get(), &xcb_damage_id)) return false;
+  if (!awaitExtension(connection.get(), &xcb_composite_id).isPresent ||
+      !awaitExtension(connection.get(), &xcb_damage_id).isPresent)
+    return false;
   // Names for a window's pixels came with version 0.2.
-  const X11Reply<xcb_composite_query_version_reply_t> version(xcb_composite_query_version_reply(
-      connection.get(), xcb_composite_query_version(connection.get(), 0, 4), nullptr));
+  const auto version = awaitReply<xcb_composite_query_version_reply_t>(
+      connection.get(), xcb_composite_query_version(connection.get(), 0, 4));
   return version && (version->major_version > 0 || version->minor_version >= 2);
 }
 
@@ -77,17 +74,18 @@ std::unique_ptr<X11WindowPixels> X11WindowPixels::open(std::uint32_t windowID) {
 }
 
 X11WindowPixels::X11WindowPixels(std::unique_ptr<X11Connection> connection, std::uint32_t windowID)
-    : connection_(std::move(connection)), windowID_(windowID) {
+    : connection_(std::move(connection)),
+      windowID_(windowID),
+      damageEvent_(awaitExtension(connection_->get(), &xcb_damage_id).firstEvent + XCB_DAMAGE_NOTIFY) {
   xcb_connection_t* display = connection_->get();
-  std::free(xcb_damage_query_version_reply(display, xcb_damage_query_version(display, 1, 1), nullptr));
+  awaitReply<xcb_damage_query_version_reply_t>(display, xcb_damage_query_version(display, 1, 1));
   const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
   xcb_change_window_attributes(display, windowID_, XCB_CW_EVENT_MASK, &events);
   const auto geometryRequest = xcb_get_geometry(display, windowID_);
   const auto attributesRequest = xcb_get_window_attributes(display, windowID_);
   const bool isRedirected = hasOwnPixels(display, windowID_);
-  const X11Reply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(display, geometryRequest, nullptr));
-  const X11Reply<xcb_get_window_attributes_reply_t> attributes(
-      xcb_get_window_attributes_reply(display, attributesRequest, nullptr));
+  const auto geometry = awaitReply<xcb_get_geometry_reply_t>(display, geometryRequest);
+  const auto attributes = awaitReply<xcb_get_window_attributes_reply_t>(display, attributesRequest);
   if (geometry && attributes) {
     width_ = geometry->width;
     height_ = geometry->height;
@@ -100,11 +98,7 @@ X11WindowPixels::X11WindowPixels(std::unique_ptr<X11Connection> connection, std:
   const std::uint32_t damage = xcb_generate_id(display);
   xcb_damage_create(display, damage, windowID_, XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
   xcb_composite_redirect_window(display, windowID_, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
-  awaitDisplay();
-}
-
-void X11WindowPixels::awaitDisplay() {
-  std::free(xcb_get_input_focus_reply(connection_->get(), xcb_get_input_focus(connection_->get()), nullptr));
+  awaitDisplay(connection_->get());
 }
 
 void X11WindowPixels::noteSize(std::int32_t width, std::int32_t height) {
@@ -118,7 +112,6 @@ void X11WindowPixels::noteSize(std::int32_t width, std::int32_t height) {
 
 void X11WindowPixels::noteWhatHappened() {
   xcb_connection_t* display = connection_->get();
-  const std::uint8_t damageEvent = xcb_get_extension_data(display, &xcb_damage_id)->first_event + XCB_DAMAGE_NOTIFY;
   while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(display)}) {
     const std::uint8_t code = event->response_type & eventCodeMask;
     if (code == XCB_CONFIGURE_NOTIFY) {
@@ -126,7 +119,7 @@ void X11WindowPixels::noteWhatHappened() {
       noteSize(change->width, change->height);
     } else if (code == XCB_UNMAP_NOTIFY || code == XCB_MAP_NOTIFY) {
       isShown_ = code == XCB_MAP_NOTIFY;
-    } else if (code == damageEvent) {
+    } else if (code == damageEvent_) {
       const xcb_rectangle_t& rectangle = reinterpret_cast<const xcb_damage_notify_event_t*>(event.get())->area;
       const PixelRect area{rectangle.x, rectangle.y, rectangle.width, rectangle.height};
       if (kept_ == area) {
@@ -143,7 +136,7 @@ void X11WindowPixels::noteWhatHappened() {
 
 /// Until the program has drawn what it has to and, after a resize, has nothing more to say.
 bool X11WindowPixels::awaitDrawing(Clock::time_point deadline) {
-  awaitDisplay();  // so that what it has already sent is here
+  awaitDisplay(connection_->get());  // so that what it has already sent is here
   for (;;) {
     noteWhatHappened();
     const auto now = Clock::now();
@@ -161,9 +154,9 @@ bool X11WindowPixels::awaitDrawing(Clock::time_point deadline) {
 BitmapImage X11WindowPixels::readPixels() {
   xcb_connection_t* display = connection_->get();
   const auto geometryRequest = xcb_get_geometry(display, windowID_);
-  const X11Reply<xcb_get_window_attributes_reply_t> attributes(
-      xcb_get_window_attributes_reply(display, xcb_get_window_attributes(display, windowID_), nullptr));
-  const X11Reply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(display, geometryRequest, nullptr));
+  const auto attributes =
+      awaitReply<xcb_get_window_attributes_reply_t>(display, xcb_get_window_attributes(display, windowID_));
+  const auto geometry = awaitReply<xcb_get_geometry_reply_t>(display, geometryRequest);
   if (!attributes || !geometry) throw std::runtime_error("The window is no longer on the screen.");
   const NamedPixmap pixmap(display, windowID_);
   return readPicture(*connection_, pixmap.id(), attributes->visual, geometry->border_width);

@@ -31,7 +31,6 @@ class X11WindowPixels {
 
   using Clock = std::chrono::steady_clock;
 
-  void awaitDisplay();
   void noteWhatHappened();
   void noteSize(std::int32_t width, std::int32_t height);
   bool awaitDrawing(Clock::time_point deadline);
@@ -39,6 +38,7 @@ class X11WindowPixels {
 
   std::unique_ptr<X11Connection> connection_;
   std::uint32_t windowID_;
+  std::uint8_t damageEvent_;
   std::int32_t width_ = 0;
   std::int32_t height_ = 0;
   bool isShown_ = false;

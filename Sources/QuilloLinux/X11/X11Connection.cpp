@@ -39,12 +39,11 @@ constexpr std::uint32_t maximumPropertyWords = 64 * 1024;
 
 /// Asking an extension that is not there would end the connection.
 bool asksProcesses(xcb_connection_t* connection) {
-  const xcb_query_extension_reply_t* extension = xcb_get_extension_data(connection, &xcb_res_id);
-  if (extension == nullptr || extension->present == 0) return false;
+  if (!awaitExtension(connection, &xcb_res_id).isPresent) return false;
   constexpr std::uint8_t major = 1;
   constexpr std::uint8_t minor = 2;
-  const X11Reply<xcb_res_query_version_reply_t> version(
-      xcb_res_query_version_reply(connection, xcb_res_query_version(connection, major, minor), nullptr));
+  const auto version =
+      awaitReply<xcb_res_query_version_reply_t>(connection, xcb_res_query_version(connection, major, minor));
   return version &&
          (version->server_major > major || (version->server_major == major && version->server_minor >= minor));
 }
@@ -66,7 +65,7 @@ std::vector<std::uint32_t> internAtoms(xcb_connection_t* connection, std::span<c
   std::vector<std::uint32_t> atoms;
   atoms.reserve(names.size());
   for (const auto cookie : cookies) {
-    const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, cookie, nullptr));
+    const auto reply = awaitReply<xcb_intern_atom_reply_t>(connection, cookie);
     atoms.push_back(reply ? reply->atom : XCB_ATOM_NONE);
   }
   return atoms;
@@ -83,7 +82,8 @@ std::unique_ptr<X11Connection> X11Connection::open() {
   }
   xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
   for (int i = 0; i < screenNumber && screens.rem > 1; ++i) xcb_screen_next(&screens);
-  return std::unique_ptr<X11Connection>(new X11Connection(connection, screens.data->root));
+  std::unique_ptr<X11Connection> opened(new X11Connection(connection, screens.data->root));
+  return opened->isBroken() ? nullptr : std::move(opened);
 }
 
 X11Connection::X11Connection(xcb_connection_t* connection, std::uint32_t root)
@@ -119,9 +119,7 @@ X11PropertyRequest::~X11PropertyRequest() {
 std::vector<std::uint8_t> X11PropertyRequest::take(std::uint8_t format) {
   xcb_connection_t* connection = std::exchange(connection_, nullptr);
   if (connection == nullptr) return {};
-  xcb_generic_error_t* error = nullptr;
-  const X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection, {sequence_}, &error));
-  const X11Reply<xcb_generic_error_t> ownedError(error);
+  const auto reply = awaitReply<xcb_get_property_reply_t>(connection, sequence_);
   if (!reply || reply->format != format) return {};
   const auto* data = static_cast<const std::uint8_t*>(xcb_get_property_value(reply.get()));
   const auto length = static_cast<std::size_t>(xcb_get_property_value_length(reply.get()));
@@ -159,10 +157,7 @@ X11ProcessRequest::~X11ProcessRequest() {
 
 std::optional<std::int32_t> X11ProcessRequest::processIdentifier() {
   if (xcb_connection_t* connection = std::exchange(connection_, nullptr)) {
-    xcb_generic_error_t* error = nullptr;
-    const X11Reply<xcb_res_query_client_ids_reply_t> reply(
-        xcb_res_query_client_ids_reply(connection, {sequence_}, &error));
-    const X11Reply<xcb_generic_error_t> ownedError(error);
+    const auto reply = awaitReply<xcb_res_query_client_ids_reply_t>(connection, sequence_);
     if (reply) {
       auto identifiers = xcb_res_query_client_ids_ids_iterator(reply.get());
       for (; identifiers.rem > 0; xcb_res_client_id_value_next(&identifiers)) {

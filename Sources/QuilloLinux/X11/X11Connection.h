@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <span>
@@ -9,16 +8,11 @@
 #include <string_view>
 #include <vector>
 
+#include "QuilloLinux/X11/X11Reply.h"
+
 struct xcb_connection_t;
 
 namespace quillo {
-
-/// Frees what the X11 library allocated.
-struct X11Free {
-  void operator()(void* memory) const { std::free(memory); }
-};
-template <class T>
-using X11Reply = std::unique_ptr<T, X11Free>;
 
 /// Connects to the display ($DISPLAY) as xcb_connect does, from any thread: the library that reads the display's
 /// authority keeps the file's name in memory that two threads may not share.

@@ -4,12 +4,16 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
+#include <xcb/xcb.h>
 
+#include <array>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <string>
 #include <thread>
+
+#include "QuilloLinux/X11/X11Connection.h"
 
 namespace quillo::test {
 namespace {
@@ -31,7 +35,30 @@ class SilentDisplay {
   }
   SilentDisplay(const SilentDisplay&) = delete;
   SilentDisplay& operator=(const SilentDisplay&) = delete;
-  ~SilentDisplay() { ::close(listener_); }
+  ~SilentDisplay() {
+    for (const int connection : greeted_) ::close(connection);
+    ::close(listener_);
+  }
+
+  /// Takes two connections, greets each as a display with one screen does, and answers nothing more.
+  void greetTwice() {
+    struct {
+      xcb_setup_t setup;
+      xcb_screen_t screen;
+    } greeting{};
+    greeting.setup.status = 1;
+    greeting.setup.protocol_major_version = X_PROTOCOL;
+    greeting.setup.length = (sizeof greeting - 8) / 4;
+    greeting.setup.resource_id_mask = 0xFFFF;
+    greeting.setup.maximum_request_length = 0xFFFF;
+    greeting.setup.roots_len = 1;
+    for (int& connection : greeted_) {
+      connection = ::accept(listener_, nullptr, nullptr);
+      char request[12];
+      EXPECT_EQ(::recv(connection, request, sizeof request, MSG_WAITALL), 12);
+      EXPECT_EQ(::send(connection, &greeting, sizeof greeting, MSG_NOSIGNAL), static_cast<ssize_t>(sizeof greeting));
+    }
+  }
 
   /// Takes one connection, reads its first request whole and answers with `reply` (or hangs up, when it is empty).
   void answerOnce(const std::string& reply) const {
@@ -45,6 +72,7 @@ class SilentDisplay {
  private:
   int listener_;
   int number_ = 0;
+  std::array<int, 2> greeted_{-1, -1};
 };
 
 TEST(DisplayHandshake, serverThatIsStoppedDoesNotAnswer) {
@@ -59,6 +87,13 @@ TEST(DisplayHandshake, refusalIsAnAnswer) {
     EXPECT_TRUE(displayAnswers(10));
     server.join();
   }
+}
+
+TEST(X11Connection, displayThatStopsAfterItsGreetingIsGivenUp) {
+  SilentDisplay display;
+  std::thread server([&] { display.greetTwice(); });
+  EXPECT_EQ(X11Connection::open(), nullptr);
+  server.join();
 }
 
 TEST(DisplayHandshake, whatCannotBeConnectedToIsLeftToTheLibrary) {
