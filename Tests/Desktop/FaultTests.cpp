@@ -20,6 +20,7 @@ namespace {
 
 using testing::HasSubstr;
 using testing::Not;
+using testing::StartsWith;
 
 RunningProgram startFaulty(const std::string& mode) {
   return RunningProgram({QUILLO_TEST_PROGRAMS "/faulty-application.py", mode});
@@ -96,6 +97,18 @@ TEST(Faults, textThatComesShortIsNotTakenForTheWhole) {
   EXPECT_EQ(textAttribute(text, "AXValue"), "Hello world");
   ASSERT_EQ(snapshot.issues.size(), 1U);
   EXPECT_EQ(snapshot.issues[0].code, "AXTextFallbackRetained");
+}
+
+TEST(Faults, textThatChangesIsReadAsItWasAtOneMoment) {
+  const RunningProgram program = startFaulty("changing");
+  const AccessibilitySnapshot snapshot = readFaulty(program);
+  const AccessibilityNode& node = nodeOf(snapshot, "AXTextArea");
+  const std::string text = textAttribute(node, "AXFullText");
+  EXPECT_THAT(text, StartsWith("Hello number x"));
+  const AccessibilityAttributeValue* length = node.attribute("AXNumberOfCharacters");
+  ASSERT_NE(length, nullptr);
+  EXPECT_EQ(*length, AccessibilityAttributeValue(static_cast<std::int64_t>(text.size())));
+  EXPECT_TRUE(snapshot.issues.empty());
 }
 
 TEST(Faults, longTextIsCutAndTheRestCounted) {
