@@ -15,6 +15,10 @@ ApplicationIdentity identityOf(const std::string& windowClass) {
   return entry ? ApplicationIdentity{entry->localizedName, entry->id} : ApplicationIdentity{};
 }
 
+std::filesystem::path ownProgram() {
+  return std::filesystem::read_symlink("/proc/self/exe");
+}
+
 }  // namespace
 
 DesktopPlatform::DesktopPlatform(std::filesystem::path libraryPath, TaskExecutor mainExecutor)
@@ -25,7 +29,8 @@ DesktopPlatform::DesktopPlatform(std::filesystem::path libraryPath, TaskExecutor
       frontmostApplications_(identityOf),
       hotKeys_(std::move(mainExecutor)),
       pasteDestination_({inputFocus_, focusedElement_, keystroke_, clock_}),
-      loginItem_(fileSystem_, identifiers_, std::filesystem::read_symlink("/proc/self/exe")) {}
+      loginItem_(fileSystem_, identifiers_, ownProgram()),
+      softwareUpdates_({.program = ownProgram().string(), .busAddress = {}, .limits = {}}) {}
 
 ApplicationPlatform DesktopPlatform::platform() {
   return {.clock = clock_,
@@ -43,6 +48,7 @@ ApplicationPlatform DesktopPlatform::platform() {
           .pasteDestination = pasteDestination_,
           .modifiers = modifiers_,
           .loginItem = loginItem_,
+          .softwareUpdates = softwareUpdates_,
           .pasteExclusion = &pasteExclusion_};
 }
 

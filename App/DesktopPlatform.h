@@ -20,6 +20,7 @@
 #include "QuilloLinux/Keyboard/X11PasteExclusion.h"
 #include "QuilloLinux/Keyboard/X11PasteKeystroke.h"
 #include "QuilloLinux/Keyboard/X11PhysicalModifiers.h"
+#include "QuilloLinux/Updates/PackageKitUpdates.h"
 #include "QuilloLinux/Windows/X11RunningApplications.h"
 #include "QuilloLinux/Windows/X11WindowImage.h"
 #include "QuilloLinux/Windows/X11WindowList.h"
@@ -56,6 +57,7 @@ class DesktopPlatform {
   X11PasteExclusion pasteExclusion_;
   AccessibilityPasteDestination pasteDestination_;
   AutostartEntry loginItem_;
+  PackageKitUpdates softwareUpdates_;
 };
 
 }  // namespace quillo

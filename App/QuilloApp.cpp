@@ -45,8 +45,8 @@ Task<> QuilloApp::endTasks() {
 }
 
 void QuilloApp::start(LaunchRequest request) {
-  delegate_.installMenuBarUtility(
-      model_, {.openLibrary = [this] { openLibrary(); }, .checkForUpdates = {}, .quit = [this] { requestQuit(); }});
+  delegate_.installMenuBarUtility(model_,
+                                  {.openLibrary = [this] { openLibrary(); }, .quit = [this] { requestQuit(); }});
   observation_ = model_.observe([this](QuilloModelChanges changes) { modelChanged(changes); });
   statusItem_ = std::make_unique<StatusItem>(model_, delegate_, [this] { openLibrary(); });
   // Where no tray is left the library is the application's only face.

@@ -28,9 +28,9 @@ StatusItem::StatusItem(QuilloModel& model, QuilloApplicationDelegate& delegate, 
   connect(&menu_, &QMenu::aboutToShow, this, &StatusItem::menuWillOpen);
   connect(&host_, &TrayHost::changed, this, &StatusItem::followHost);
   // Hosts on the bus read the menu before they announce that it opens, so it is always there and up to date.
-  observation_ = model_.observe(
-      [this](QuilloModelChanges /*changes*/) { show(rebuildStatusMenu(statusMenuState(model_, false))); });
-  show(rebuildStatusMenu(statusMenuState(model_, false)));
+  observation_ =
+      model_.observe([this](QuilloModelChanges /*changes*/) { show(rebuildStatusMenu(statusMenuState(model_))); });
+  show(rebuildStatusMenu(statusMenuState(model_)));
   followHost();
 }
 

@@ -77,6 +77,7 @@ consteval QuilloModelField PublishedModelState::field() {
   if (is(&S::isShowingOnboarding)) return F::isShowingOnboarding;
   if (is(&S::startsAtLogin)) return F::startsAtLogin;
   if (is(&S::libraryUsage)) return F::libraryUsage;
+  if (is(&S::softwareUpdates)) return F::softwareUpdates;
   return F::capturePermissionState;
 }
 

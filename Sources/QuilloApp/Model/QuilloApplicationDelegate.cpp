@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "QuilloApp/Model/QuilloModel.h"
+#include "QuilloApp/Model/QuilloUpdateController.h"
 
 namespace quillo {
 
@@ -21,7 +22,7 @@ void QuilloApplicationDelegate::setPrepareForTermination(std::function<Task<bool
 std::vector<StatusMenuEntry> QuilloApplicationDelegate::menuWillOpen() {
   model_->prepareCaptureTargetForMenu();
   model_->preparePasteDestinationForMenu();
-  return rebuildStatusMenu(statusMenuState(*model_, openers_.checkForUpdates != nullptr));
+  return rebuildStatusMenu(statusMenuState(*model_));
 }
 
 void QuilloApplicationDelegate::perform(StatusMenuAction action) {
@@ -38,8 +39,8 @@ void QuilloApplicationDelegate::perform(StatusMenuAction action) {
     }
     case StatusMenuAction::recheckCaptureAccess: return model_->recheckCapturePermissions();
     case StatusMenuAction::checkForUpdates:
-      if (openers_.checkForUpdates) openers_.checkForUpdates();
-      return;
+      model_->updates().checkForUpdates();
+      return model_->showOnboarding();  // where the outcome stands
     case StatusMenuAction::openLibrary: return openers_.openLibrary();
     case StatusMenuAction::openSetup: return model_->showOnboarding();
     case StatusMenuAction::quit: return openers_.quit();

@@ -23,8 +23,7 @@ class QuilloApplicationDelegate {
   /// What only the interface can do.
   struct Openers {
     std::function<void()> openLibrary;
-    std::function<void()> checkForUpdates;  ///< empty when nothing can be checked
-    std::function<void()> quit;             ///< asks for the application's end, as the desktop would
+    std::function<void()> quit;  ///< asks for the application's end, as the desktop would
   };
 
   explicit QuilloApplicationDelegate(TaskExecutor mainExecutor);

@@ -7,6 +7,7 @@
 #include "QuilloApp/Model/LoadedArtifactCache.h"
 #include "QuilloApp/Model/ModelContext.h"
 #include "QuilloApp/Model/PasteFlow.h"
+#include "QuilloApp/Model/QuilloUpdateController.h"
 #include "QuilloApp/Model/SetupFlow.h"
 #include "QuilloApp/Model/ShortcutFlow.h"
 #include "QuilloApp/Model/TerminationFlow.h"
@@ -32,6 +33,7 @@ struct QuilloModel::Flows {
   PasteFlow paste{context, editing};
   TrashFlow trash{context, library, editing};
   SetupFlow setup{context};
+  QuilloUpdateController updates{context};
   TerminationFlow termination{context, editing};
   ShortcutFlow shortcuts{
       context,
@@ -56,6 +58,7 @@ void QuilloModel::startIfNeeded() {
   if (std::exchange(flows_->hasStarted, true)) return;
   flows_->shortcuts.start();
   flows_->setup.start();
+  flows_->updates.start();
   flows_->context.tasks.start([this] { return flows_->library.start(); });
 }
 
@@ -177,6 +180,10 @@ void QuilloModel::revealLibrary() {
 
 std::filesystem::path QuilloModel::libraryPath() const {
   return flows_->context.services.libraryMeasuring.libraryPath();
+}
+
+QuilloUpdateController& QuilloModel::updates() {
+  return flows_->updates;
 }
 
 bool QuilloModel::isOnboardingCompleted() const {

@@ -17,6 +17,8 @@
 
 namespace quillo {
 
+class QuilloUpdateController;
+
 /// The running application: what the interface observes, and everything that the user can do. Main thread only.
 ///
 /// Operations that return nothing begin a flow and come back at once; what comes of it is told through the state, most
@@ -94,6 +96,7 @@ class QuilloModel {
   void setStartsAtLogin(bool startsAtLogin);
   void revealLibrary();
   std::filesystem::path libraryPath() const;
+  QuilloUpdateController& updates();
 
   // The first-run guide
   bool isOnboardingCompleted() const;

@@ -22,6 +22,7 @@ class GlobalHotKeyController;
 class LoginItem;
 class PasteDeliveryService;
 class Pasteboard;
+class SoftwareUpdateService;
 class UserDefaults;
 
 /// Freezes the window that the user is looking at. Asked as soon as the user asks for a capture; the answer may take
@@ -83,6 +84,7 @@ struct QuilloModelServices {
   ArtifactRevealing& fileManager;
   LoginItem& loginItem;
   LibraryMeasuring& libraryMeasuring;
+  SoftwareUpdateService& softwareUpdates;
 };
 
 }  // namespace quillo

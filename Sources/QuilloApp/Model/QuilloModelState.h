@@ -7,6 +7,7 @@
 
 #include "QuilloApp/Model/Activity.h"
 #include "QuilloApp/Model/OpenArtifact.h"
+#include "QuilloApp/Model/SoftwareUpdateState.h"
 #include "QuilloCore/Artifacts/ArtifactModels.h"
 #include "QuilloCore/Artifacts/LibraryUsage.h"
 #include "QuilloCore/Capture/ContextCapturePermission.h"
@@ -33,6 +34,7 @@ struct QuilloModelState {
   ContextCapturePermissionState capturePermissionState;  ///< the last that is known
   bool startsAtLogin = false;
   std::optional<LibraryUsage> libraryUsage;  ///< as last counted; absent until then
+  SoftwareUpdateState softwareUpdates;
 };
 
 enum class QuilloModelField : std::uint8_t {
@@ -51,6 +53,7 @@ enum class QuilloModelField : std::uint8_t {
   capturePermissionState,
   startsAtLogin,
   libraryUsage,
+  softwareUpdates,
 };
 
 /// The fields that have changed since the observer was last called.

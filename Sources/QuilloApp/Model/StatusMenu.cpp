@@ -53,7 +53,7 @@ std::optional<std::string> titleOfSelection(const QuilloModelState& state) {
 
 }  // namespace
 
-StatusMenuState statusMenuState(const QuilloModel& model, bool canCheckForUpdates) {
+StatusMenuState statusMenuState(const QuilloModel& model) {
   const QuilloModelState& state = model.state();
   StatusMenuState menu;
   menu.activity = state.activity;
@@ -62,7 +62,7 @@ StatusMenuState statusMenuState(const QuilloModel& model, bool canCheckForUpdate
   menu.selectedTitle = titleOfSelection(state);
   menu.canCapture = model.canCaptureFrontmostWindowFromMenu();
   menu.canPaste = model.canPasteSelectedArtifact();
-  menu.canCheckForUpdates = canCheckForUpdates;
+  menu.canCheckForUpdates = state.softwareUpdates.canCheck();
   menu.isOnboardingCompleted = model.isOnboardingCompleted();
   return menu;
 }

@@ -52,7 +52,7 @@ struct StatusMenuState {
   friend bool operator==(const StatusMenuState&, const StatusMenuState&) = default;
 };
 
-StatusMenuState statusMenuState(const QuilloModel& model, bool canCheckForUpdates);
+StatusMenuState statusMenuState(const QuilloModel& model);
 
 /// The items from top to bottom.
 std::vector<StatusMenuEntry> rebuildStatusMenu(const StatusMenuState& state);

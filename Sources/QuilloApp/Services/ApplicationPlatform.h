@@ -17,6 +17,7 @@
 #include "QuilloCore/Preferences/LoginItem.h"
 #include "QuilloCore/Preferences/UserDefaults.h"
 #include "QuilloCore/Shortcuts/HotKeyRegistering.h"
+#include "QuilloCore/Updates/SoftwareUpdateService.h"
 
 namespace quillo {
 
@@ -44,6 +45,7 @@ struct ApplicationPlatform {
   PasteDestination& pasteDestination;
   PhysicalModifierFlagsProviding& modifiers;
   LoginItem& loginItem;
+  SoftwareUpdateService& softwareUpdates;
   PasteDeliveryExclusion* pasteExclusion = nullptr;  ///< as in PasteDeliveryService
 };
 

@@ -60,7 +60,8 @@ QuilloModelServices ApplicationServices::modelServices(CaptureHeadsUpPanel& capt
           .hotKeys = hotKeys_,
           .fileManager = fileManager,
           .loginItem = platform_.loginItem,
-          .libraryMeasuring = libraryMeasuring_};
+          .libraryMeasuring = libraryMeasuring_,
+          .softwareUpdates = platform_.softwareUpdates};
 }
 
 }  // namespace quillo

@@ -11,6 +11,7 @@
 #include "QuilloApp/Setup/PermissionRows.h"
 #include "QuilloApp/Setup/SetupLayout.h"
 #include "QuilloApp/Setup/ShortcutRows.h"
+#include "QuilloApp/Setup/UpdatesSection.h"
 
 namespace quillo {
 
@@ -34,6 +35,7 @@ SettingsPane::SettingsPane(QuilloModel& model, TaskGroup& tasks, QWidget* parent
   addSection(tr("Shortcuts"), new ShortcutRows(model, this));
   addSection(tr("Startup"), startsAtLogin_);
   addSection(tr("Captures"), makeStorageRow());
+  addSection(tr("Updates"), new UpdatesSection(model, this));
   layout->addStretch();
 
   observation_ = model_.observe([this](QuilloModelChanges /*changes*/) { update(); });

@@ -7,6 +7,7 @@
 #include <chrono>
 
 #include "QuilloApp/Interface/Symbols.h"
+#include "QuilloApp/Model/QuilloUpdateController.h"
 #include "QuilloApp/Setup/SettingsPane.h"
 #include "QuilloApp/Setup/SetupLayout.h"
 
@@ -29,7 +30,7 @@ SetupWindow::SetupWindow(QuilloModel& model, TaskGroup& tasks) : model_(model) {
   auto* recheck = new QPushButton(symbolIcon("arrow.clockwise"), tr("&Recheck"), this);
   recheck->setObjectName(QStringLiteral("recheck"));
   recheck->setAutoDefault(false);
-  connect(recheck, &QPushButton::clicked, this, [this] { model_.refreshSettings(); });
+  connect(recheck, &QPushButton::clicked, this, [this] { refresh(); });
   auto* done = new QPushButton(tr("&Done"), this);
   done->setObjectName(QStringLiteral("done"));
   done->setDefault(true);
@@ -52,6 +53,11 @@ SetupWindow::SetupWindow(QuilloModel& model, TaskGroup& tasks) : model_(model) {
   connect(&recheck_, &QTimer::timeout, this, [this] { model_.recheckCapturePermissions(); });
 }
 
+void SetupWindow::refresh() {
+  model_.refreshSettings();
+  model_.updates().lookAgain();
+}
+
 void SetupWindow::present() {
   show();
   raise();
@@ -64,7 +70,7 @@ void SetupWindow::closeEvent(QCloseEvent* event) {
 }
 
 void SetupWindow::showEvent(QShowEvent* event) {
-  model_.refreshSettings();
+  refresh();
   recheck_.start();
   QDialog::showEvent(event);
 }

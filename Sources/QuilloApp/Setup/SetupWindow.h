@@ -25,6 +25,8 @@ class SetupWindow : public QDialog {
   void changeEvent(QEvent* event) override;
 
  private:
+  void refresh();
+
   QuilloModel& model_;
   QTimer recheck_;
 };

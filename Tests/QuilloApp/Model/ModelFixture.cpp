@@ -88,6 +88,7 @@ ModelFixture::ModelFixture()
       .fileManager = fileManager,
       .loginItem = loginItem,
       .libraryMeasuring = libraryMeasuring,
+      .softwareUpdates = softwareUpdates,
   });
 }
 

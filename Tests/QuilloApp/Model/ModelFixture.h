@@ -26,6 +26,7 @@
 #include "Tests/Support/FakeLoginItem.h"
 #include "Tests/Support/FakePasteboard.h"
 #include "Tests/Support/FakeRunningApplications.h"
+#include "Tests/Support/FakeSoftwareUpdateService.h"
 #include "Tests/Support/FixedWallClock.h"
 #include "Tests/Support/InMemoryUserDefaults.h"
 #include "Tests/Support/ManualLoop.h"
@@ -230,6 +231,7 @@ class ModelFixture : public testing::Test {
   FakeFileManager fileManager;
   FakeLoginItem loginItem;
   FakeLibraryMeasuring libraryMeasuring;
+  FakeSoftwareUpdateService softwareUpdates;
   std::unique_ptr<QuilloModel> model;
 };
 

@@ -18,7 +18,6 @@ class TerminationFlowTest : public ModelFixture {
   TerminationFlowTest() : id(store("Title")), delegate(loop.executor()) {
     start();
     delegate.installMenuBarUtility(*model, {.openLibrary = [this] { opened.emplace_back("library"); },
-                                            .checkForUpdates = {},
                                             .quit = [this] { opened.emplace_back("quit"); }});
     select(id);
   }

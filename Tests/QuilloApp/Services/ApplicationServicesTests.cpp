@@ -17,6 +17,7 @@
 #include "Tests/Support/FakeLoginItem.h"
 #include "Tests/Support/FakePasteboard.h"
 #include "Tests/Support/FakeRunningApplications.h"
+#include "Tests/Support/FakeSoftwareUpdateService.h"
 #include "Tests/Support/FixedWallClock.h"
 #include "Tests/Support/InMemoryUserDefaults.h"
 #include "Tests/Support/ManualLoop.h"
@@ -150,6 +151,7 @@ class ApplicationServicesTest : public testing::Test {
   SilentDestination destination;
   NoModifiers modifiers;
   FakeLoginItem loginItem;
+  FakeSoftwareUpdateService softwareUpdates;
   SilentPanel panel;
   NoFileManager fileManager;
   ApplicationServices services{ApplicationPlatform{.clock = clock,
@@ -166,7 +168,8 @@ class ApplicationServicesTest : public testing::Test {
                                                    .pasteboard = pasteboard,
                                                    .pasteDestination = destination,
                                                    .modifiers = modifiers,
-                                                   .loginItem = loginItem},
+                                                   .loginItem = loginItem,
+                                                   .softwareUpdates = softwareUpdates},
                                loop.executor()};
   QuilloModel model{services.modelServices(panel, fileManager)};
 };
