@@ -147,8 +147,11 @@ TEST(Toolkits, firefoxPageKeepsTheWordsBetweenElements) {
   EXPECT_EQ(paragraph, (std::vector<std::string>{"Before \U0001F600", "the link", "after it."}));
 }
 
-TEST(Toolkits, qtWidgetsGiveRowsLabelsAndKeepTheirSecrets) {
-  const RunningProgram widgets({QUILLO_QT_PROGRAM});
+/// One program, built with either version of the toolkit.
+class QtVersions : public testing::TestWithParam<const char*> {};
+
+TEST_P(QtVersions, giveRowsLabelsAndKeepTheirSecrets) {
+  const RunningProgram widgets({GetParam()});
   const AccessibilitySnapshot snapshot = readWindowHolding(widgets, {"First tab"});
   const std::string all = allTextOf(snapshot);
   for (const char* words : {"Your user name", "Remember me", "Austria", "Volume", "Vienna", "Letters",
@@ -175,6 +178,9 @@ TEST(Toolkits, qtWidgetsGiveRowsLabelsAndKeepTheirSecrets) {
   }
   EXPECT_EQ(rows, (std::vector<std::string>{"Name|City|", "1|Ann|Vienna|", "2|Bob|Bruges|"}));
 }
+
+INSTANTIATE_TEST_SUITE_P(Toolkits, QtVersions, testing::Values(QUILLO_QT_PROGRAM, QUILLO_QT5_PROGRAM),
+                         [](const auto& version) { return version.index == 0 ? "qt6" : "qt5"; });
 
 constexpr const char* officeProgram = "/usr/lib/libreoffice/program/soffice.bin";
 
