@@ -44,10 +44,10 @@ std::optional<Arguments> readArguments(int& status) {
                           : defaultLibraryPath();
   if (parser.isSet(background)) arguments.request = LaunchRequest::background;
   const QString name = parser.value(action);
-  if (name == QStringLiteral("capture")) arguments.request = LaunchRequest::capture;
-  if (name == QStringLiteral("paste")) arguments.request = LaunchRequest::paste;
-  const bool hasUnknownAction =
-      parser.isSet(action) && name != QStringLiteral("capture") && name != QStringLiteral("paste");
+  const auto request = launchRequest(name.toStdString());
+  const bool isKnownAction = request == LaunchRequest::capture || request == LaunchRequest::paste;
+  if (isKnownAction) arguments.request = *request;
+  const bool hasUnknownAction = parser.isSet(action) && !isKnownAction;
   if (!hasUnknownAction && parser.positionalArguments().isEmpty()) return arguments;
   std::fprintf(stderr, "quillo-app: %s\n",
                qPrintable(hasUnknownAction ? QApplication::tr("there is no action \"%1\"").arg(name)
@@ -112,6 +112,7 @@ int runMain(int argumentCount, char** arguments) {
   QuilloApp running(loop, desktop.platform());
   QObject::connect(&instance, &SessionInstance::requested, &application,
                    [&](LaunchRequest request) { running.perform(request); });
+  QObject::connect(&instance, &SessionInstance::sessionEnded, &application, [&] { running.requestQuit(); });
   QObject::connect(
       &application, &QGuiApplication::commitDataRequest, &application,
       [&](QSessionManager& session) {

@@ -37,6 +37,10 @@ void redirect(const char* path, int flags, int target) {
   ::close(descriptor);
 }
 
+int exitStatusOf(int status) {
+  return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
+}
+
 }  // namespace
 
 RunningProgram::RunningProgram(const Arguments& arguments) {
@@ -55,11 +59,17 @@ RunningProgram::RunningProgram(const Arguments& arguments) {
 
 RunningProgram::~RunningProgram() {
   ::kill(-pid_, SIGKILL);  // browsers are many processes
-  ::waitpid(pid_, nullptr, 0);
+  if (!exitStatus_) ::waitpid(pid_, nullptr, 0);
 }
 
 void RunningProgram::signal(int number) const {
   ::kill(pid_, number);
+}
+
+std::optional<int> RunningProgram::exitStatus() {
+  int status = 0;
+  if (!exitStatus_ && ::waitpid(pid_, &status, WNOHANG) == pid_) exitStatus_ = exitStatusOf(status);
+  return exitStatus_;
 }
 
 FinishedProgram runProgram(const Arguments& arguments, const std::string& input,
@@ -91,7 +101,7 @@ FinishedProgram runProgram(const Arguments& arguments, const std::string& input,
   ::waitpid(pid, &status, 0);
   FinishedProgram finished;
   finished.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
-  finished.exitStatus = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
+  finished.exitStatus = exitStatusOf(status);
   finished.output = readFile(outputPath);
   finished.error = readFile(errorPath);
   return finished;

@@ -3,6 +3,7 @@
 #include <sys/types.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,8 +22,12 @@ class RunningProgram {
   pid_t pid() const { return pid_; }
   void signal(int number) const;
 
+  /// 128 and the signal when a signal ended it; nothing while it runs.
+  std::optional<int> exitStatus();
+
  private:
   pid_t pid_;
+  std::optional<int> exitStatus_;
 };
 
 /// What a program that ran to its end left.

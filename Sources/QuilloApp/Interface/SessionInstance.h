@@ -5,13 +5,13 @@
 #include <QVariantMap>
 #include <cstdint>
 
+#include "QuilloApp/Interface/InstanceSocket.h"
+#include "QuilloApp/Interface/LaunchRequest.h"
+
 namespace quillo {
 
-/// What a start of the application asks for.
-enum class LaunchRequest : std::uint8_t { open, background, capture, paste };
-
-/// Keeps the application to one instance a session: the first owns the bus name, as desktops activate applications;
-/// each later one hands its request over and ends. Where there is no bus, every start is the first.
+/// Keeps the application to one instance a session: the first owns the bus name, as desktops activate applications, and
+/// the display's lock, for starts that know no bus; each later one hands its request over and ends.
 class SessionInstance : public QObject {
   Q_OBJECT
   Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
@@ -19,7 +19,7 @@ class SessionInstance : public QObject {
  public:
   static constexpr const char* busName = "org.quillo.Quillo";
 
-  explicit SessionInstance(QObject* parent = nullptr) : QObject(parent) {}
+  explicit SessionInstance(QObject* parent = nullptr);
 
   enum class Outcome : std::uint8_t {
     first,
@@ -31,13 +31,23 @@ class SessionInstance : public QObject {
   Outcome claim(LaunchRequest request);
 
  Q_SIGNALS:
-  Q_SCRIPTABLE void requested(quillo::LaunchRequest request);
+  void requested(quillo::LaunchRequest request);
+  /// The session's bus has gone, and with it the session.
+  void sessionEnded();
 
  public Q_SLOTS:
   // The names are those of the bus interface.
   Q_SCRIPTABLE void Activate(const QVariantMap& platformData);
   Q_SCRIPTABLE void Open(const QStringList& uris, const QVariantMap& platformData);
   Q_SCRIPTABLE void ActivateAction(const QString& name, const QVariantList& parameter, const QVariantMap& platformData);
+
+ private Q_SLOTS:
+  void busDisconnected();
+
+ private:
+  Outcome claimName(LaunchRequest request);
+
+  InstanceSocket socket_;
 };
 
 }  // namespace quillo

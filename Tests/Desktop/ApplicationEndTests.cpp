@@ -1,0 +1,120 @@
+// The application's end, whoever brings it about: no edit is lost.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+#include <iterator>
+#include <string>
+
+#include "ApplicationFixture.h"
+#include "Tests/Support/GoldenFile.h"
+
+namespace quillo::test {
+namespace {
+
+using testing::HasSubstr;
+
+/// A display and its window manager, apart from the desktop's.
+class OtherDisplay {
+ public:
+  OtherDisplay()
+      : announcement_(writeFile("display-number", "")),
+        server_({"sh", "-c", "exec Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp -noreset 3>\"$0\"",
+                 announcement_}) {
+    EXPECT_TRUE(eventually([this] { return readFile(announcement_).ends_with("\n"); }));
+    std::string number = readFile(announcement_);
+    number.pop_back();
+    environment_ = {"DISPLAY=:" + number};
+    manager_ = std::make_unique<RunningProgram>(Arguments{"env", environment_[0], "openbox", "--sm-disable"});
+  }
+
+  const std::vector<std::string>& environment() const { return environment_; }
+  void end() const { server_.signal(SIGKILL); }
+
+ private:
+  std::string announcement_;
+  RunningProgram server_;
+  std::vector<std::string> environment_;
+  std::unique_ptr<RunningProgram> manager_;
+};
+
+class ApplicationEnd : public Application {
+ protected:
+  void SetUp() override {
+    Application::SetUp();
+    if (!IsSkipped()) addCapture();
+  }
+
+  /// The cursor is in the title then, behind a first word that has been saved.
+  static void beginTyping(const Environment& display = {}) {
+    EXPECT_TRUE(eventually([&] {
+      beginRenaming(display);
+      press("Escape", display);
+      press("Home", display);  // selects; what is selected is loaded before it can be renamed
+      press("F2", display);
+      press("ctrl+a", display);
+      type("First", display);
+      return eventually([] { return library().find("\"First\"") != std::string::npos; }, 2);
+    }));
+  }
+
+  /// Waits until the application has ended; its exit status.
+  static int awaitEnd(RunningProgram& application) {
+    EXPECT_TRUE(eventually([&] { return application.exitStatus().has_value(); }));
+    return application.exitStatus().value_or(-1);
+  }
+};
+
+TEST_F(ApplicationEnd, aRequestToEndSavesTheEditThatWasJustTyped) {
+  const auto application = start();
+  beginTyping();
+  type(", and last");
+  application->signal(SIGTERM);
+  EXPECT_EQ(awaitEnd(*application), 0);
+  EXPECT_THAT(library(), HasSubstr("First, and last"));
+}
+
+TEST_F(ApplicationEnd, whileAnEditIsBeingWrittenWaitsForItAndForWhatWasTypedMeanwhile) {
+  const auto application = start({}, {"LD_PRELOAD=" QUILLO_SLOW_DISK});
+  beginTyping();
+  const auto fileCount = [] { return std::distance(std::filesystem::recursive_directory_iterator(libraryPath()), {}); };
+  const auto before = fileCount();
+  type(", then more");
+  ASSERT_TRUE(eventually([&] { return fileCount() > before; })) << "no write has begun";
+  type(", and last");
+  application->signal(SIGTERM);
+  EXPECT_EQ(awaitEnd(*application), 0);
+  EXPECT_THAT(library(), HasSubstr("First, then more, and last"));
+}
+
+TEST_F(ApplicationEnd, aLostDisplaySavesTheEdit) {
+  const OtherDisplay display;
+  const auto application = start({}, display.environment());
+  beginTyping(display.environment());
+  type(", and last", display.environment());
+  display.end();
+  EXPECT_EQ(awaitEnd(*application), 1);
+  EXPECT_THAT(library(), HasSubstr("First, and last"));
+}
+
+TEST_F(ApplicationEnd, aLostBusSavesTheEdit) {
+  const std::string address = "unix:path=" + std::string(getenv("XDG_RUNTIME_DIR")) + "/other-bus";
+  const RunningProgram bus({"dbus-daemon", "--session", "--nofork", "--address=" + address});
+  const Environment environment = {"DBUS_SESSION_BUS_ADDRESS=" + address};
+  ASSERT_TRUE(eventually([&] {
+    return runProgram({"dbus-send", "--bus=" + address, "--print-reply", "--dest=org.freedesktop.DBus", "/",
+                       "org.freedesktop.DBus.ListNames"})
+               .exitStatus == 0;
+  }));
+  const auto application = start({}, environment);
+  beginTyping(environment);
+  type(", and last");
+  bus.signal(SIGKILL);
+  EXPECT_EQ(awaitEnd(*application), 0);
+  EXPECT_THAT(library(), HasSubstr("First, and last"));
+}
+
+}  // namespace
+}  // namespace quillo::test
