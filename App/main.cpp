@@ -9,6 +9,7 @@
 
 #include "DesktopPlatform.h"
 #include "QuilloApp.h"
+#include "QuilloApp/Setup/PracticeWindow.h"
 #include "QuilloCore/Artifacts/ArtifactStore.h"
 #include "QuilloCore/Concurrency/TerminationSignals.h"
 
@@ -93,6 +94,14 @@ int runMain(int argumentCount, char** arguments) {
   QApplication::setApplicationVersion(QStringLiteral(QUILLO_VERSION));
   QApplication::setDesktopFileName(QStringLiteral("org.quillo.Quillo"));
   QApplication::setQuitOnLastWindowClosed(false);
+
+  // The guide's practice window is no part of the session's instance.
+  if (QCoreApplication::arguments().value(1) == QStringLiteral("--practice")) {
+    quitRequests.connect([] { QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection); });
+    const int practiced = runPracticeWindow(QCoreApplication::arguments().mid(2));
+    quitRequests.connect({});
+    return practiced;
+  }
 
   int status = 0;
   const auto parsed = readArguments(status);

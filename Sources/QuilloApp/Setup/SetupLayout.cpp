@@ -1,6 +1,7 @@
 #include "QuilloApp/Setup/SetupLayout.h"
 
 #include <QEvent>
+#include <QGuiApplication>
 #include <QPalette>
 
 #include "QuilloApp/Interface/QuietText.h"
@@ -13,15 +14,17 @@ class QuietLabel final : public QLabel {
   using QLabel::QLabel;
 
   void followPalette() {
+    const QPalette desktop = QGuiApplication::palette();
+    const QColor color = quietTextColor(desktop, QPalette::WindowText, QPalette::Window);
+    if (palette().color(QPalette::WindowText) == color) return;
     QPalette quiet;
-    quiet.setColor(QPalette::WindowText,
-                   quietTextColor(parentWidget()->palette(), QPalette::WindowText, QPalette::Window));
+    quiet.setColor(QPalette::WindowText, color);
     setPalette(quiet);
   }
 
  protected:
   void changeEvent(QEvent* event) override {
-    if (event->type() == QEvent::ApplicationPaletteChange) followPalette();
+    if (event->type() == QEvent::PaletteChange) followPalette();
     QLabel::changeEvent(event);
   }
 };

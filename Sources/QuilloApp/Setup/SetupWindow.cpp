@@ -5,9 +5,11 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <chrono>
+#include <utility>
 
 #include "QuilloApp/Interface/Symbols.h"
 #include "QuilloApp/Model/QuilloUpdateController.h"
+#include "QuilloApp/Setup/GuidePane.h"
 #include "QuilloApp/Setup/SettingsPane.h"
 #include "QuilloApp/Setup/SetupLayout.h"
 
@@ -21,36 +23,85 @@ constexpr std::chrono::seconds recheckInterval{2};
 
 }  // namespace
 
-SetupWindow::SetupWindow(QuilloModel& model, TaskGroup& tasks) : model_(model) {
+SetupWindow::SetupWindow(QuilloModel& model, TaskGroup& tasks)
+    : model_(model), tasks_(tasks), settings_(makeSettingsPage(tasks)) {
   setObjectName(QStringLiteral("setup"));
-  setWindowTitle(tr("Setup & Shortcuts"));
   setWindowIcon(applicationIcon());
   setMinimumWidth(64 * unit);
-
-  auto* recheck = new QPushButton(symbolIcon("arrow.clockwise"), tr("&Recheck"), this);
-  recheck->setObjectName(QStringLiteral("recheck"));
-  recheck->setAutoDefault(false);
-  connect(recheck, &QPushButton::clicked, this, [this] { refresh(); });
-  auto* done = new QPushButton(tr("&Done"), this);
-  done->setObjectName(QStringLiteral("done"));
-  done->setDefault(true);
-  connect(done, &QPushButton::clicked, this, [this] {
-    model_.completeOnboarding();
-    close();
-  });
-  auto* buttons = new QHBoxLayout;
-  buttons->addWidget(recheck);
-  buttons->addStretch();
-  buttons->addWidget(done);
-
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(3 * unit, 3 * unit, 3 * unit, 2 * unit);
-  layout->setSpacing(2 * unit);
-  layout->addWidget(new SettingsPane(model, tasks, this), 1);
-  layout->addLayout(buttons);
+  layout->addWidget(settings_);
 
   recheck_.setInterval(recheckInterval);
   connect(&recheck_, &QTimer::timeout, this, [this] { model_.recheckCapturePermissions(); });
+}
+
+QWidget* SetupWindow::makeSettingsPage(TaskGroup& tasks) {
+  auto* page = new QWidget(this);
+  const auto makeButton = [&](const QString& objectName, const QString& text) {
+    auto* button = new QPushButton(text, page);
+    button->setObjectName(objectName);
+    button->setAutoDefault(false);
+    return button;
+  };
+  auto* recheck = makeButton(QStringLiteral("recheck"), tr("&Recheck"));
+  recheck->setIcon(symbolIcon("arrow.clockwise"));
+  connect(recheck, &QPushButton::clicked, this, [this] { refresh(); });
+  auto* guide = makeButton(QStringLiteral("openGuide"), tr("Show &Guide"));
+  connect(guide, &QPushButton::clicked, this, &SetupWindow::showGuide);
+  auto* done = makeButton(QStringLiteral("done"), tr("&Done"));
+  done->setDefault(true);
+  connect(done, &QPushButton::clicked, this, &SetupWindow::close);
+
+  auto* buttons = new QHBoxLayout;
+  buttons->setSpacing(unit);
+  buttons->addWidget(recheck);
+  buttons->addWidget(guide);
+  buttons->addStretch();
+  buttons->addWidget(done);
+  auto* layout = new QVBoxLayout(page);
+  layout->setContentsMargins({});
+  layout->setSpacing(2 * unit);
+  layout->addWidget(new SettingsPane(model_, tasks, page), 1);
+  layout->addLayout(buttons);
+  return page;
+}
+
+QWidget* SetupWindow::makeGuidePage() {
+  auto* guide = new GuidePane(model_, tasks_, this);
+  connect(guide, &GuidePane::skipped, this, &SetupWindow::close);
+  connect(guide, &GuidePane::finished, this, &SetupWindow::complete);
+  connect(guide, &GuidePane::attentionWanted, this, [this] {
+    raise();
+    activateWindow();
+  });
+  return guide;
+}
+
+void SetupWindow::showSettings() {
+  setWindowTitle(tr("Setup & Shortcuts"));
+  if (guide_ != nullptr) {
+    guide_->hide();
+    std::exchange(guide_, nullptr)->deleteLater();
+  }
+  settings_->show();
+  adjustSize();
+}
+
+void SetupWindow::showGuide() {
+  setWindowTitle(tr("Welcome to Quillo"));
+  if (guide_ == nullptr) {
+    guide_ = makeGuidePage();
+    layout()->addWidget(guide_);
+  }
+  settings_->hide();
+  guide_->show();
+  adjustSize();
+}
+
+void SetupWindow::complete() {
+  model_.completeOnboarding();
+  close();
 }
 
 void SetupWindow::refresh() {
@@ -59,6 +110,7 @@ void SetupWindow::refresh() {
 }
 
 void SetupWindow::present() {
+  if (!isVisible()) model_.isOnboardingCompleted() ? showSettings() : showGuide();
   show();
   raise();
   activateWindow();
@@ -77,7 +129,20 @@ void SetupWindow::showEvent(QShowEvent* event) {
 
 void SetupWindow::hideEvent(QHideEvent* event) {
   recheck_.stop();
+  showSettings();  // which ends the guide and its practice window
   QDialog::hideEvent(event);
+}
+
+bool SetupWindow::event(QEvent* event) {
+  const bool isHandled = QDialog::event(event);
+  if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Resize) growToFit();
+  return isHandled;
+}
+
+void SetupWindow::growToFit() {
+  // The toolkit makes no window higher for a text that has come to need more lines.
+  const int needed = layout()->totalHeightForWidth(width());
+  if (height() < needed) resize(width(), needed);
 }
 
 void SetupWindow::changeEvent(QEvent* event) {

@@ -8,7 +8,8 @@
 
 namespace quillo {
 
-/// The window of the settings. What it shows follows the desktop while it is open.
+/// The window of the settings, and of the guide until that has been completed. What it shows follows the desktop while
+/// it is open.
 class SetupWindow : public QDialog {
   Q_OBJECT
 
@@ -19,15 +20,25 @@ class SetupWindow : public QDialog {
   void present();
 
  protected:
+  bool event(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void showEvent(QShowEvent* event) override;
   void hideEvent(QHideEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
+  QWidget* makeSettingsPage(TaskGroup& tasks);
+  QWidget* makeGuidePage();
+  void showSettings();
+  void showGuide();
+  void growToFit();
+  void complete();
   void refresh();
 
   QuilloModel& model_;
+  TaskGroup& tasks_;
+  QWidget* settings_;
+  QWidget* guide_ = nullptr;  ///< made anew whenever it is begun
   QTimer recheck_;
 };
 

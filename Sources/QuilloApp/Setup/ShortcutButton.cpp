@@ -29,6 +29,7 @@ ShortcutButton::ShortcutButton(QWidget* parent) : QPushButton(parent) {
   connect(this, &QPushButton::clicked, this, [this] {
     isRecording_ = true;
     setText(tr("Type the combination…"));
+    setFocus();  // a label's mnemonic presses it from elsewhere
     Q_EMIT recordingBegan();
   });
 }

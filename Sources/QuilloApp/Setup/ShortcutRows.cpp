@@ -11,7 +11,8 @@ namespace {
 using setup::qString;
 using setup::unit;
 
-/// "Control + Alt + Super + C", as the keys are labelled here.
+}  // namespace
+
 QString keyNames(const QuilloHotKey& hotKey) {
   QStringList names;
   const auto add = [&](QuilloHotKeyModifiers modifier, const QString& name) {
@@ -25,20 +26,19 @@ QString keyNames(const QuilloHotKey& hotKey) {
   return names.join(QStringLiteral(" + "));
 }
 
-}  // namespace
-
 ShortcutRows::ShortcutRows(QuilloModel& model, QWidget* parent) : QWidget(parent), model_(model) {
   auto* grid = new QGridLayout(this);
   grid->setContentsMargins({});
   grid->setHorizontalSpacing(2 * unit);
   grid->setVerticalSpacing(unit / 2);
   grid->setColumnStretch(0, 1);
-  rows_ = {makeRow(*grid, QStringLiteral("captureShortcut"), tr("&Capture the frontmost window"),
+  rows_ = {makeRow(*grid, QStringLiteral("captureShortcut"), tr("Capture the &frontmost window"),
                    &QuilloHotKeyConfiguration::capture),
            makeRow(*grid, QStringLiteral("pasteShortcut"), tr("&Paste the selected capture"),
                    &QuilloHotKeyConfiguration::paste)};
   message_ = setup::makeParagraph(this, QStringLiteral("shortcutMessage"), qString(hotKeyRecordingGuidance));
-  grid->addWidget(message_, grid->rowCount(), 0, 1, 2);
+  grid->setRowMinimumHeight(grid->rowCount(), unit / 2);
+  grid->addWidget(message_, grid->rowCount() + 1, 0, 1, 2);
   observation_ = model_.observe([this](QuilloModelChanges /*changes*/) { update(); });
   update();
 }
@@ -95,8 +95,9 @@ void ShortcutRows::update() {
   }
   const bool isFailing = state.hotKeyRegistrationError.has_value();
   if (isFailing) {
-    message_->setText(qString(*state.hotKeyRegistrationError) + QLatin1Char(' ') +
-                      tr("Quillo keeps trying; you can also record another combination."));
+    message_->setText(
+        qString(*state.hotKeyRegistrationError) + QLatin1Char(' ') +
+        tr("Record another combination, or free this one in the program that has it. Quillo keeps trying."));
   } else if (showsFailure_) {
     message_->setText(qString(hotKeyRecordingGuidance));
   }

@@ -11,6 +11,9 @@ class QGridLayout;
 
 namespace quillo {
 
+/// "Control + Alt + Super + C", as the keys are labelled here.
+QString keyNames(const QuilloHotKey& hotKey);
+
 /// Both shortcuts with their recorders, and one line that says what to do, what was wrong, or which one is taken.
 class ShortcutRows : public QWidget {
   Q_OBJECT

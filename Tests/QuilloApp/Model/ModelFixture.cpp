@@ -36,6 +36,7 @@ WindowScreenshotCapture screenshotOfLetter() {
 FakeCaptureTargets::FakeCaptureTargets() : answer(frozenLetter()) {}
 
 Task<bool> FakePermissions::request(ContextCapturePermission permission) {
+  if (isRefusing) co_return false;
   (permission == ContextCapturePermission::accessibility ? granted.accessibilityGranted
                                                          : granted.screenRecordingGranted) = true;
   co_return true;

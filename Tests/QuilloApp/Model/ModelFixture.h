@@ -84,6 +84,7 @@ class FakePermissions final : public CapturePermissions {
   Task<ContextCapturePermissionState> state() override { co_return granted; }
   Task<bool> request(ContextCapturePermission permission) override;
 
+  bool isRefusing = false;  ///< whatever is asked for
   ContextCapturePermissionState granted{.screenRecordingGranted = true, .accessibilityGranted = true};
 };
 
