@@ -85,7 +85,25 @@ void saveAtExit() {
   if (auto* application = std::exchange(runningApp, nullptr)) application->finishNow();
 }
 
+/// The toolkit would end the program with an abort where there is no display at all.
+bool mayHaveDisplay() {
+  const auto isSet = [](const char* name) { return qEnvironmentVariableIsSet(name); };
+  return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
+}
+
+/// Answers what needs no display, such as the version.
+int runWithoutDisplay(int argumentCount, char** arguments) {
+  const QCoreApplication application(argumentCount, arguments);
+  QCoreApplication::setApplicationName(QStringLiteral("Quillo"));
+  QCoreApplication::setApplicationVersion(QStringLiteral(QUILLO_VERSION));
+  int status = failed;
+  if (readArguments(status))
+    std::fprintf(stderr, "quillo-app: There is no display. Start Quillo inside a desktop session.\n");
+  return status;
+}
+
 int runMain(int argumentCount, char** arguments) {
+  if (!mayHaveDisplay()) return runWithoutDisplay(argumentCount, arguments);
   QuitRequests quitRequests;
   const TerminationSignals signals([&] { quitRequests.ask(); });  // before whatever has threads
 

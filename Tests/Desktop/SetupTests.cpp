@@ -110,6 +110,16 @@ TEST_F(Setup, aShortcutThatAnotherProgramHasIsNamed) {
                                   "free this one in the program that has it"}));
 }
 
+TEST_F(Setup, withoutADisplayItAnswersWhatNeedsNone) {
+  const Environment none{"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
+  const FinishedProgram version = runProgram(commandLine({"--version"}), {}, none);
+  EXPECT_EQ(version.exitStatus, 0);
+  EXPECT_THAT(version.output, HasSubstr("Quillo"));
+  const FinishedProgram started = runProgram(commandLine({}), {}, none);
+  EXPECT_EQ(started.exitStatus, 1);
+  EXPECT_EQ(started.error, "quillo-app: There is no display. Start Quillo inside a desktop session.\n");
+}
+
 TEST_F(Setup, startAtLoginWritesTheDesktopsEntry) {
   const std::string entry = std::string(getenv("XDG_CONFIG_HOME")) + "/autostart/org.quillo.Quillo.desktop";
   const auto host = startTrayHost();
