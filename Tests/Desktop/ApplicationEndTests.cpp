@@ -47,19 +47,6 @@ class ApplicationEnd : public Application {
     if (!IsSkipped()) addCapture();
   }
 
-  /// The cursor is in the title then, behind a first word that has been saved.
-  static void beginTyping(const Environment& display = {}) {
-    EXPECT_TRUE(eventually([&] {
-      beginRenaming(display);
-      press("Escape", display);
-      press("Home", display);  // selects; what is selected is loaded before it can be renamed
-      press("F2", display);
-      press("ctrl+a", display);
-      type("First", display);
-      return eventually([] { return library().find("\"First\"") != std::string::npos; }, 2);
-    }));
-  }
-
   /// Waits until the application has ended; its exit status.
   static int awaitEnd(RunningProgram& application) {
     EXPECT_TRUE(eventually([&] { return application.exitStatus().has_value(); }));
@@ -69,7 +56,7 @@ class ApplicationEnd : public Application {
 
 TEST_F(ApplicationEnd, aRequestToEndSavesTheEditThatWasJustTyped) {
   const auto application = start();
-  beginTyping();
+  beginTyping(ApplicationEnd::library);
   type(", and last");
   application->signal(SIGTERM);
   EXPECT_EQ(awaitEnd(*application), 0);
@@ -78,7 +65,7 @@ TEST_F(ApplicationEnd, aRequestToEndSavesTheEditThatWasJustTyped) {
 
 TEST_F(ApplicationEnd, whileAnEditIsBeingWrittenWaitsForItAndForWhatWasTypedMeanwhile) {
   const auto application = start({}, {"LD_PRELOAD=" QUILLO_SLOW_DISK});
-  beginTyping();
+  beginTyping(ApplicationEnd::library);
   const auto fileCount = [] { return std::distance(std::filesystem::recursive_directory_iterator(libraryPath()), {}); };
   const auto before = fileCount();
   type(", then more");
@@ -92,7 +79,7 @@ TEST_F(ApplicationEnd, whileAnEditIsBeingWrittenWaitsForItAndForWhatWasTypedMean
 TEST_F(ApplicationEnd, aLostDisplaySavesTheEdit) {
   const OtherDisplay display;
   const auto application = start({}, display.environment());
-  beginTyping(display.environment());
+  beginTyping(ApplicationEnd::library, display.environment());
   type(", and last", display.environment());
   display.end();
   EXPECT_EQ(awaitEnd(*application), 1);
@@ -109,7 +96,7 @@ TEST_F(ApplicationEnd, aLostBusSavesTheEdit) {
                .exitStatus == 0;
   }));
   const auto application = start({}, environment);
-  beginTyping(environment);
+  beginTyping(ApplicationEnd::library, environment);
   type(", and last");
   bus.signal(SIGKILL);
   EXPECT_EQ(awaitEnd(*application), 0);

@@ -95,6 +95,19 @@ void Application::beginRenaming(const Environment& display) {
   press("F2", display);
 }
 
+void Application::beginTyping(const std::function<std::string()>& library, const Environment& display) {
+  const bool isSaved = eventually([&] {
+    beginRenaming(display);
+    press("Escape", display);
+    press("Home", display);  // selects; what is selected is loaded before it can be renamed
+    press("F2", display);
+    press("ctrl+a", display);
+    type("First", display);
+    return eventually([&] { return library().find("\"First\"") != std::string::npos; }, 2);
+  });
+  EXPECT_TRUE(isSaved);
+}
+
 void Application::addCapture() {
   PosixFileSystem fileSystem;
   FixedWallClock clock;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -37,6 +38,9 @@ class Application : public testing::Test {
 
   /// Brings the library to the front, with the cursor in the title of the capture that is selected.
   static void beginRenaming(const Environment& display = {});
+
+  /// The same for the first capture of the list; the title is then one word, "First", which `library` has seen saved.
+  static void beginTyping(const std::function<std::string()>& library, const Environment& display = {});
 
   /// Puts one capture into the library, while the application does not run.
   static void addCapture();
