@@ -25,6 +25,7 @@ namespace codec = CanonicalAccessibilityEvidenceCodec;
 class NoTrash final : public TrashOperation {
  public:
   std::optional<fs::path> moveToTrash(const fs::path& /*path*/) override { throw TrashError("not here"); }
+  void restore(const fs::path& /*trashed*/, const fs::path& /*original*/) override { throw TrashError("not here"); }
 };
 
 /// With the real normalizer and renderer.

@@ -5,22 +5,23 @@
 #include <utility>
 
 #include "QuilloApp/Model/FailureText.h"
-#include "QuilloApp/Model/LibrarySearch.h"
 #include "QuilloCore/Artifacts/ArtifactRepository.h"
 
 namespace quillo {
 
 using State = QuilloModelState;
 
-LibraryFlow::LibraryFlow(ModelContext& context, LoadedArtifactCache& cache, EditingFlow& editing)
-    : context_(context), cache_(cache), editing_(editing) {}
+LibraryFlow::LibraryFlow(ModelContext& context, LoadedArtifactCache& cache, EditingFlow& editing,
+                         const SearchFlow& search)
+    : context_(context), cache_(cache), editing_(editing), search_(search) {}
 
 Task<> LibraryFlow::start() {
   context_.activity.beginQuietly(Activity::Kind::loading);
   Task<Outcome<void>> preparing = outcomeOf(context_.services.repository.prepare());
   const Outcome<void> prepared = co_await std::move(preparing);
   if (!prepared) {
-    context_.activity.showFailure(failureText(prepared.error()));
+    context_.activity.end(Activity::Kind::loading);
+    showListingFailure(prepared.error());
     co_return;
   }
   Task<> reloading = reload();
@@ -29,15 +30,24 @@ Task<> LibraryFlow::start() {
 
 Task<> LibraryFlow::reload() {
   context_.activity.beginQuietly(Activity::Kind::loading);
-  Task<Outcome<std::vector<StoredArtifact>>> listing =
-      outcomeOf(context_.services.repository.list(ListingDetail::withoutContextTexts));
-  Outcome<std::vector<StoredArtifact>> listed = co_await std::move(listing);
+  Task<Outcome<LibraryListing>> surveying = survey();
+  Outcome<LibraryListing> listed = co_await std::move(surveying);
   context_.activity.end(Activity::Kind::loading);
-  if (listed) {
-    applyListing(std::move(*listed));
-  } else {
-    context_.activity.showFailure(failureText(listed.error()));
-  }
+  applyListing(std::move(listed));
+}
+
+Task<Outcome<LibraryListing>> LibraryFlow::survey() {
+  Task<Outcome<LibraryListing>> listing =
+      outcomeOf(context_.services.repository.survey(ListingDetail::withoutContextTexts));
+  co_return co_await std::move(listing);
+}
+
+void LibraryFlow::showListingFailure(const std::exception_ptr& error) {
+  rethrowCancellation(error);
+  LibraryCondition condition = context_.state->libraryCondition;
+  condition.listingFailure = failureText(error);
+  context_.activity.showFailure(*condition.listingFailure);
+  context_.state.set<&State::libraryCondition>(std::move(condition));
 }
 
 void LibraryFlow::libraryChanged() {
@@ -50,20 +60,18 @@ void LibraryFlow::libraryChanged() {
 Task<> LibraryFlow::followChanges() {
   // What changes while the library is being read is read again, once.
   while (std::exchange(hasMoreChanges_, false)) {
-    Task<Outcome<std::vector<StoredArtifact>>> listing =
-        outcomeOf(context_.services.repository.list(ListingDetail::withoutContextTexts));
-    Outcome<std::vector<StoredArtifact>> listed = co_await std::move(listing);
-    if (listed) {
-      applyListing(std::move(*listed));
-    } else {
-      context_.activity.showFailure(failureText(listed.error()));
-    }
+    Task<Outcome<LibraryListing>> surveying = survey();
+    Outcome<LibraryListing> listed = co_await std::move(surveying);
+    applyListing(std::move(listed));
   }
   isFollowingChanges_ = false;
 }
 
-void LibraryFlow::applyListing(std::vector<StoredArtifact> artifacts) {
+void LibraryFlow::applyListing(Outcome<LibraryListing> outcome) {
+  if (!outcome) return showListingFailure(outcome.error());
   PublishedModelState& state = context_.state;
+  std::vector<StoredArtifact>& artifacts = outcome->artifacts;
+  const std::vector<DamagedBundle>& damagedBundles = outcome->damagedBundles;
   const auto listed = [&](const UUID& id) {
     return std::ranges::find(artifacts, id, [](const StoredArtifact& each) { return each.manifest.id; });
   };
@@ -72,7 +80,9 @@ void LibraryFlow::applyListing(std::vector<StoredArtifact> artifacts) {
     return found == artifacts.end() || !holdSameEdits(found->manifest, open.stored.manifest);
   };
   cache_.removeIf(isOutdated);
-  if (state->selection && listed(*state->selection) == artifacts.end()) {
+  const bool isThere = !state->selection || listed(*state->selection) != artifacts.end() ||
+                       std::ranges::find(damagedBundles, *state->selection, &DamagedBundle::id) != damagedBundles.end();
+  if (!isThere) {
     // An edit that can no longer be saved stays on the screen as long as nothing else is selected.
     if (!(state->hasUnsavedChanges && isApplied(state->selection))) select(std::nullopt);
   } else if (state->selectedArtifact && state->selection == state->selectedArtifact->id() &&
@@ -80,6 +90,8 @@ void LibraryFlow::applyListing(std::vector<StoredArtifact> artifacts) {
     context_.tasks.start([this, id = *state->selection] { return refreshSelected(id); });
   }
   state.set<&State::artifacts>(std::move(artifacts));
+  state.set<&State::libraryCondition>(
+      LibraryCondition{std::nullopt, std::move(outcome->damagedBundles), std::move(outcome->conditions)});
 }
 
 Task<> LibraryFlow::refreshSelected(UUID id) {
@@ -102,6 +114,7 @@ Task<Outcome<OpenArtifact>> LibraryFlow::load(UUID id) {
 void LibraryFlow::select(std::optional<UUID> id) {
   const std::uint64_t generation = ++selectionGeneration_;
   context_.state.set<&State::selection>(id);
+  context_.state.set<&State::selectionFailure>(std::nullopt);
   if (isApplied(id)) return;
   if (!context_.state->hasUnsavedChanges) {
     if (!id) return editing_.open(std::nullopt);
@@ -127,7 +140,9 @@ Task<> LibraryFlow::applySelection(std::optional<UUID> id, std::uint64_t generat
   Task<bool> saving = saveBeforeLeaving(generation);
   if (!co_await std::move(saving)) co_return;
   editing_.open(open);
-  if (failure) context_.activity.showFailure(failureText(failure));
+  if (!failure) co_return;
+  context_.state.set<&State::selectionFailure>(std::optional(failureText(failure)));
+  context_.activity.showFailure(failureText(failure));
 }
 
 Task<bool> LibraryFlow::saveBeforeLeaving(std::uint64_t generation) {
@@ -151,14 +166,6 @@ bool LibraryFlow::isApplied(const std::optional<UUID>& id) const {
   return id ? selected && selected->id() == *id : !selected && !context_.state->hasUnsavedChanges;
 }
 
-std::vector<StoredArtifact> LibraryFlow::filteredArtifacts() const {
-  std::vector<StoredArtifact> matching;
-  for (const StoredArtifact& artifact : context_.state->artifacts) {
-    if (matchesSearch(artifact.manifest, context_.state->searchQuery)) matching.push_back(artifact);
-  }
-  return matching;
-}
-
 void LibraryFlow::forget(const std::vector<UUID>& ids) {
   const auto isForgotten = [&](const UUID& id) { return std::ranges::find(ids, id) != ids.end(); };
   cache_.removeIf([&](const OpenArtifact& open) { return isForgotten(open.id()); });
@@ -168,6 +175,10 @@ void LibraryFlow::forget(const std::vector<UUID>& ids) {
   std::vector<StoredArtifact> artifacts = context_.state->artifacts;
   std::erase_if(artifacts, [&](const StoredArtifact& each) { return isForgotten(each.manifest.id); });
   context_.state.set<&State::artifacts>(std::move(artifacts));
+  LibraryCondition condition = context_.state->libraryCondition;
+  std::erase_if(condition.damagedBundles, [&](const DamagedBundle& each) { return isForgotten(each.id); });
+  std::erase_if(condition.artifacts, [&](const auto& each) { return isForgotten(each.first); });
+  context_.state.set<&State::libraryCondition>(std::move(condition));
   if (!losesSelection) return;
   if (isApplied(selection)) editing_.open(std::nullopt);  // what was typed since has nowhere to go
   select(next);
@@ -176,14 +187,14 @@ void LibraryFlow::forget(const std::vector<UUID>& ids) {
 std::optional<UUID> LibraryFlow::neighbour(const UUID& id, const std::vector<UUID>& without) const {
   std::optional<UUID> before;
   bool isBehind = false;
-  for (const StoredArtifact& artifact : filteredArtifacts()) {
-    const UUID& each = artifact.manifest.id;
+  for (const std::size_t index : search_.shown()) {
+    const UUID& each = context_.state->artifacts[index].manifest.id;
     isBehind = isBehind || each == id;
     if (std::ranges::find(without, each) != without.end()) continue;
     if (isBehind) return each;
     before = each;
   }
-  return before;
+  return isBehind ? before : std::nullopt;
 }
 
 }  // namespace quillo

@@ -1,12 +1,15 @@
 #pragma once
 
 #include <cstdint>
+#include <exception>
 #include <optional>
 #include <vector>
 
 #include "QuilloApp/Model/EditingFlow.h"
 #include "QuilloApp/Model/LoadedArtifactCache.h"
 #include "QuilloApp/Model/ModelContext.h"
+#include "QuilloApp/Model/SearchFlow.h"
+#include "QuilloCore/Artifacts/LibraryListing.h"
 #include "QuilloCore/Concurrency/PendingResult.h"
 #include "QuilloCore/Concurrency/Task.h"
 
@@ -18,7 +21,7 @@ namespace quillo {
 /// pending edits are on the disk.
 class LibraryFlow {
  public:
-  LibraryFlow(ModelContext& context, LoadedArtifactCache& cache, EditingFlow& editing);
+  LibraryFlow(ModelContext& context, LoadedArtifactCache& cache, EditingFlow& editing, const SearchFlow& search);
 
   /// Makes the library's directory where it is missing, and lists it.
   Task<> start();
@@ -26,7 +29,6 @@ class LibraryFlow {
   void libraryChanged();
 
   void select(std::optional<UUID> id);
-  std::vector<StoredArtifact> filteredArtifacts() const;
 
   /// Counts the changes of the selection.
   std::uint64_t selectionGeneration() const { return selectionGeneration_; }
@@ -37,7 +39,9 @@ class LibraryFlow {
  private:
   bool isCurrentSelectionRequest(std::uint64_t generation) const { return generation == selectionGeneration_; }
   bool isApplied(const std::optional<UUID>& id) const;
-  void applyListing(std::vector<StoredArtifact> artifacts);
+  Task<Outcome<LibraryListing>> survey();
+  void showListingFailure(const std::exception_ptr& error);
+  void applyListing(Outcome<LibraryListing> outcome);
   std::optional<UUID> neighbour(const UUID& id, const std::vector<UUID>& without) const;
 
   Task<> followChanges();
@@ -50,6 +54,7 @@ class LibraryFlow {
   ModelContext& context_;
   LoadedArtifactCache& cache_;
   EditingFlow& editing_;
+  const SearchFlow& search_;
   std::uint64_t selectionGeneration_ = 0;
   bool isFollowingChanges_ = false;
   bool hasMoreChanges_ = false;

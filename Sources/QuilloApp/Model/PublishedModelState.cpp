@@ -50,6 +50,7 @@ QuilloModelObservation PublishedModelState::observe(QuilloModelObserver observer
 }
 
 void PublishedModelState::publish(QuilloModelField field) {
+  if (field == QuilloModelField::artifacts) ++artifactsRevision_;
   if (!observers_->note(field)) return;
   mainExecutor_.queue()->post([observers = std::weak_ptr(observers_)] {
     if (const auto alive = observers.lock()) alive->notify();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -41,6 +42,9 @@ class PublishedModelState {
   /// Changes the title of one artifact of the list, and whatever else its manifest says.
   void replaceListed(const StoredArtifact& artifact);
 
+  /// Counts the changes of the list of artifacts.
+  std::uint64_t artifactsRevision() const { return artifactsRevision_; }
+
   [[nodiscard]] QuilloModelObservation observe(QuilloModelObserver observer);
 
  private:
@@ -51,6 +55,7 @@ class PublishedModelState {
   void publish(QuilloModelField field);
 
   QuilloModelState state_;
+  std::uint64_t artifactsRevision_ = 0;
   TaskExecutor mainExecutor_;
   std::shared_ptr<Observers> observers_;
 };
@@ -78,6 +83,11 @@ consteval QuilloModelField PublishedModelState::field() {
   if (is(&S::startsAtLogin)) return F::startsAtLogin;
   if (is(&S::libraryUsage)) return F::libraryUsage;
   if (is(&S::softwareUpdates)) return F::softwareUpdates;
+  if (is(&S::libraryCondition)) return F::libraryCondition;
+  if (is(&S::selectionFailure)) return F::selectionFailure;
+  if (is(&S::applicationFilter)) return F::applicationFilter;
+  if (is(&S::capturedTextSearch)) return F::capturedTextSearch;
+  if (is(&S::undoableTrashCount)) return F::undoableTrashCount;
   return F::capturePermissionState;
 }
 

@@ -8,6 +8,7 @@
 #include "QuilloApp/Model/ModelContext.h"
 #include "QuilloApp/Model/PasteFlow.h"
 #include "QuilloApp/Model/QuilloUpdateController.h"
+#include "QuilloApp/Model/SearchFlow.h"
 #include "QuilloApp/Model/SetupFlow.h"
 #include "QuilloApp/Model/ShortcutFlow.h"
 #include "QuilloApp/Model/TerminationFlow.h"
@@ -28,7 +29,8 @@ struct QuilloModel::Flows {
   ModelContext context;
   LoadedArtifactCache cache;
   EditingFlow editing{context, cache};
-  LibraryFlow library{context, cache, editing};
+  SearchFlow search{context};
+  LibraryFlow library{context, cache, editing, search};
   CaptureFlow capture{context, library};
   PasteFlow paste{context, editing};
   TrashFlow trash{context, library, editing};
@@ -75,11 +77,25 @@ void QuilloModel::select(std::optional<UUID> id) {
 }
 
 void QuilloModel::setSearchQuery(std::string query) {
-  flows_->context.state.set<&QuilloModelState::searchQuery>(std::move(query));
+  flows_->search.setQuery(std::move(query));
+}
+
+void QuilloModel::setApplicationFilter(std::optional<std::string> application) {
+  flows_->search.setApplicationFilter(std::move(application));
+}
+
+std::vector<std::size_t> QuilloModel::shownArtifacts() const {
+  return flows_->search.shown();
+}
+
+std::vector<ApplicationCount> QuilloModel::applicationCounts() const {
+  return countApplications(state().artifacts, flows_->search.matching());
 }
 
 std::vector<StoredArtifact> QuilloModel::filteredArtifacts() const {
-  return flows_->library.filteredArtifacts();
+  std::vector<StoredArtifact> artifacts;
+  for (const std::size_t index : shownArtifacts()) artifacts.push_back(state().artifacts[index]);
+  return artifacts;
 }
 
 void QuilloModel::revealSelectedArtifact() {
@@ -90,6 +106,10 @@ void QuilloModel::revealSelectedArtifact() {
 
 void QuilloModel::moveArtifactsToTrash(std::vector<UUID> ids) {
   flows_->trash.moveArtifactsToTrash(std::move(ids));
+}
+
+void QuilloModel::undoMoveToTrash() {
+  flows_->trash.undoMoveToTrash();
 }
 
 void QuilloModel::setDraftTitle(std::string title) {

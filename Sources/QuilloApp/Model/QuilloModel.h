@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <expected>
 #include <filesystem>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "QuilloApp/Model/EditingFlow.h"
+#include "QuilloApp/Model/LibrarySearch.h"
 #include "QuilloApp/Model/PublishedModelState.h"
 #include "QuilloApp/Model/QuilloModelServices.h"
 #include "QuilloApp/Model/QuilloModelState.h"
@@ -49,10 +51,18 @@ class QuilloModel {
   /// Saves pending edits first; when they cannot be saved the former selection stays.
   void select(std::optional<UUID> id);
   void setSearchQuery(std::string query);
-  /// The artifacts that match `searchQuery`.
+  /// Shows only the captures of the application of that name.
+  void setApplicationFilter(std::optional<std::string> application);
+  /// The artifacts that match the search and the filter.
   std::vector<StoredArtifact> filteredArtifacts() const;
+  /// The same as indices into the library.
+  std::vector<std::size_t> shownArtifacts() const;
+  /// The applications of the artifacts that match the search, whatever the filter is.
+  std::vector<ApplicationCount> applicationCounts() const;
   void revealSelectedArtifact();
   void moveArtifactsToTrash(std::vector<UUID> ids);
+  /// Puts back what the last move to the Trash has moved, as far as `undoableTrashCount` says that it can.
+  void undoMoveToTrash();
 
   // Editing the selected artifact
   void setDraftTitle(std::string title);              ///< and marks it as edited

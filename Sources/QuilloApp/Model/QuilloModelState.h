@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -9,12 +11,30 @@
 #include "QuilloApp/Model/OpenArtifact.h"
 #include "QuilloApp/Model/SoftwareUpdateState.h"
 #include "QuilloCore/Artifacts/ArtifactModels.h"
+#include "QuilloCore/Artifacts/LibraryListing.h"
 #include "QuilloCore/Artifacts/LibraryUsage.h"
 #include "QuilloCore/Capture/ContextCapturePermission.h"
 #include "QuilloCore/Shortcuts/QuilloHotKeyConfiguration.h"
 #include "QuilloCore/Support/UUID.h"
 
 namespace quillo {
+
+/// What is wrong in the library.
+struct LibraryCondition {
+  std::optional<std::string> listingFailure;  ///< why the library could not be read at all
+  std::vector<DamagedBundle> damagedBundles;
+  std::map<UUID, ArtifactCondition> artifacts;  ///< those that are not simply complete
+
+  friend bool operator==(const LibraryCondition&, const LibraryCondition&) = default;
+};
+
+/// What the search has found in captured texts, beside what the list itself says.
+struct CapturedTextSearch {
+  std::vector<UUID> matches;  ///< ascending
+  bool isRunning = false;     ///< more may follow
+
+  friend bool operator==(const CapturedTextSearch&, const CapturedTextSearch&) = default;
+};
 
 /// Everything that the interface observes.
 struct QuilloModelState {
@@ -35,6 +55,11 @@ struct QuilloModelState {
   bool startsAtLogin = false;
   std::optional<LibraryUsage> libraryUsage;  ///< as last counted; absent until then
   SoftwareUpdateState softwareUpdates;
+  LibraryCondition libraryCondition;
+  std::optional<std::string> selectionFailure;   ///< why the contents of the selection could not be loaded
+  std::optional<std::string> applicationFilter;  ///< only captures of the application of this name are shown
+  CapturedTextSearch capturedTextSearch;
+  std::size_t undoableTrashCount = 0;  ///< how many captures the last move to the Trash could bring back
 };
 
 enum class QuilloModelField : std::uint8_t {
@@ -54,6 +79,11 @@ enum class QuilloModelField : std::uint8_t {
   startsAtLogin,
   libraryUsage,
   softwareUpdates,
+  libraryCondition,
+  selectionFailure,
+  applicationFilter,
+  capturedTextSearch,
+  undoableTrashCount,
 };
 
 /// The fields that have changed since the observer was last called.

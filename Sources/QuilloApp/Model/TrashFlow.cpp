@@ -24,22 +24,50 @@ Activity outcomeText(std::size_t movedCount, std::size_t failedCount) {
   return Activity::success(fmt::format("{} artifacts moved to Trash", movedCount));
 }
 
+Activity restoredText(std::size_t restoredCount, std::size_t failedCount, const std::string& reason) {
+  if (failedCount > 0) {
+    return Activity::failure(
+        fmt::format("Put back {} from Trash; {} could not be put back: {}", restoredCount, failedCount, reason));
+  }
+  if (restoredCount == 1) return Activity::success("Artifact put back from Trash");
+  return Activity::success(fmt::format("{} artifacts put back from Trash", restoredCount));
+}
+
 }  // namespace
 
 TrashFlow::TrashFlow(ModelContext& context, LibraryFlow& library, EditingFlow& editing)
     : context_(context), library_(library), editing_(editing) {}
 
 void TrashFlow::moveArtifactsToTrash(std::vector<UUID> ids) {
-  if (ids.empty() || isInProgress() || context_.isTerminating) return;
-  context_.state.set<&State::trashIsInProgress>(true);
-  context_.flights.start([this, ids = std::move(ids)]() mutable { return run(std::move(ids)); });
+  if (ids.empty()) return;
+  start([this, ids = std::move(ids)]() mutable { return move(std::move(ids)); });
 }
 
-Task<> TrashFlow::run(std::vector<UUID> ids) {
-  Task<Outcome<Activity>> moving = outcomeOf(move(std::move(ids)));
-  Outcome<Activity> outcome = co_await std::move(moving);
+void TrashFlow::undoMoveToTrash() {
+  if (lastTrashed_.empty()) return;
+  start([this] {
+    std::vector<Trashed> trashed = lastTrashed_;
+    remember({});
+    return restore(std::move(trashed));
+  });
+}
+
+void TrashFlow::start(std::move_only_function<Task<Activity>()> operation) {
+  if (isInProgress() || context_.isTerminating) return;
+  context_.state.set<&State::trashIsInProgress>(true);
+  context_.flights.start([this, operation = std::move(operation)]() mutable { return run(operation()); });
+}
+
+Task<> TrashFlow::run(Task<Activity> operation) {
+  Task<Outcome<Activity>> running = outcomeOf(std::move(operation));
+  Outcome<Activity> outcome = co_await std::move(running);
   context_.state.set<&State::trashIsInProgress>(false);
   context_.activity.show(outcome ? std::move(*outcome) : Activity::failure(failureText(outcome.error())));
+}
+
+void TrashFlow::remember(std::vector<Trashed> trashed) {
+  lastTrashed_ = std::move(trashed);
+  context_.state.set<&State::undoableTrashCount>(lastTrashed_.size());
 }
 
 Task<Activity> TrashFlow::move(std::vector<UUID> ids) {
@@ -52,20 +80,45 @@ Task<Activity> TrashFlow::move(std::vector<UUID> ids) {
     co_return Activity::failure("The selected artifact changed before it could be moved");
   }
   std::vector<UUID> moved;
+  std::vector<Trashed> restorable;
   for (const UUID& id : ids) {
     Task<Outcome<std::optional<std::filesystem::path>>> moving =
         outcomeOf(context_.services.repository.moveToTrash(id));
     const auto outcome = co_await std::move(moving);
     if (outcome) {
       moved.push_back(id);
+      if (*outcome) restorable.push_back({id, **outcome});
     } else {
       rethrowCancellation(outcome.error());
     }
   }
+  // A move that moved nothing leaves the one before it to be undone.
+  if (!moved.empty()) remember(std::move(restorable));
   library_.forget(moved);
   // What somebody else has removed could not be moved, and is not there either.
   if (moved.size() < ids.size()) library_.libraryChanged();
   co_return outcomeText(moved.size(), ids.size() - moved.size());
+}
+
+Task<Activity> TrashFlow::restore(std::vector<Trashed> trashed) {
+  std::vector<UUID> restored;
+  std::string reason;
+  for (const Trashed& each : trashed) {
+    Task<Outcome<void>> restoring = outcomeOf(context_.services.repository.restoreFromTrash(each.id, each.path));
+    const Outcome<void> outcome = co_await std::move(restoring);
+    if (outcome) {
+      restored.push_back(each.id);
+    } else {
+      rethrowCancellation(outcome.error());
+      reason = failureText(outcome.error());
+    }
+  }
+  if (!restored.empty()) {
+    Task<> reloading = library_.reload();
+    co_await std::move(reloading);
+    library_.select(restored.front());
+  }
+  co_return restoredText(restored.size(), trashed.size() - restored.size(), reason);
 }
 
 /// An edit goes to the Trash with its artifact, so that it is there when the artifact is taken out again.

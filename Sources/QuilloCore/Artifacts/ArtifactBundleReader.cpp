@@ -4,11 +4,13 @@
 #include <filesystem>
 #include <optional>
 #include <type_traits>
+#include <utility>
 
 #include "QuilloCore/Artifacts/ArtifactBundleLayout.h"
 #include "QuilloCore/Artifacts/ArtifactFileError.h"
 #include "QuilloCore/Artifacts/ArtifactRepositoryError.h"
 #include "QuilloCore/Artifacts/CanonicalAccessibilityEvidenceCodec.h"
+#include "QuilloCore/Semantics/CoverageSection.h"
 #include "QuilloCore/Support/JsonReader.h"
 
 namespace quillo {
@@ -55,15 +57,17 @@ auto ArtifactBundleReader::decodeFile(const std::string& filename, Decode decode
   }
 }
 
-ArtifactManifest ArtifactBundleReader::readManifest(ListingDetail detail) const {
-  auto manifest = decodeFile(std::string(ArtifactBundleLayout::manifestFilename), [&](const std::string& bytes) {
+ListedManifest ArtifactBundleReader::readListedManifest(ListingDetail detail) const {
+  auto listed = decodeFile(std::string(ArtifactBundleLayout::manifestFilename), [&](const std::string& bytes) {
     const JsonDocument document = JsonDocument::parseInPlace(bytes);
     const JsonCursor root = document.root();
     requireSchemaVersion(root, 1, ArtifactManifest::currentSchemaVersion);
-    return detail == ListingDetail::everything ? readJson<ArtifactManifest>(root) : readWithoutContextText(root);
+    ArtifactManifest kept =
+        detail == ListingDetail::everything ? readJson<ArtifactManifest>(root) : readWithoutContextText(root);
+    return ListedManifest{std::move(kept), saysPartialObservation(root.require("contextText").string())};
   });
-  ArtifactBundleLayout::validate(manifest);
-  return manifest;
+  ArtifactBundleLayout::validate(listed.manifest);
+  return listed;
 }
 
 std::string ArtifactBundleReader::readScreenshot(const ArtifactManifest& manifest) const {

@@ -21,6 +21,12 @@ struct InterfaceObservationRead {
   bool wasRebuilt = false;
 };
 
+/// A manifest, and whether its context text says that the capture reached a limit.
+struct ListedManifest {
+  ArtifactManifest manifest;
+  bool isPartial = false;
+};
+
 /// Reads the files of one bundle; writes nothing. Throws ArtifactRepositoryError, ArtifactFileError and
 /// FileSystemError.
 class ArtifactBundleReader {
@@ -30,7 +36,8 @@ class ArtifactBundleReader {
       : bundle_(bundle), bundleName_(std::move(bundleName)) {}
 
   /// The manifest, its version and the names in it having been checked.
-  ArtifactManifest readManifest(ListingDetail detail = ListingDetail::everything) const;
+  ArtifactManifest readManifest() const { return readListedManifest(ListingDetail::everything).manifest; }
+  ListedManifest readListedManifest(ListingDetail detail) const;
   /// The remaining readings take the manifest that `readManifest` returned.
   std::string readScreenshot(const ArtifactManifest& manifest) const;
   AccessibilitySnapshot readSnapshot(const ArtifactManifest& manifest) const;

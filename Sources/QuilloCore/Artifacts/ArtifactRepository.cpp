@@ -14,6 +14,14 @@ Task<std::vector<StoredArtifact>> ArtifactRepository::list(ListingDetail detail)
   return queue_.run([this, detail] { return store_.list(detail); });
 }
 
+Task<LibraryListing> ArtifactRepository::survey(ListingDetail detail) {
+  return queue_.run([this, detail] { return store_.survey(detail); });
+}
+
+Task<std::vector<std::string>> ArtifactRepository::contextTexts(std::vector<UUID> ids) {
+  return queue_.run([this, ids = std::move(ids)] { return store_.contextTexts(ids); });
+}
+
 // NOLINTNEXTLINE(performance-unnecessary-value-param): it is moved to the queue, and the caller may be gone by then.
 Task<StoredArtifact> ArtifactRepository::create(ContextArtifactDraft draft) {
   return queue_.run([this, draft = std::move(draft)] { return store_.create(draft); });
@@ -30,6 +38,10 @@ Task<StoredArtifact> ArtifactRepository::update(StoredArtifact stored, ArtifactM
 
 Task<std::optional<std::filesystem::path>> ArtifactRepository::moveToTrash(UUID id) {
   return queue_.run([this, id] { return store_.moveToTrash(id); });
+}
+
+Task<> ArtifactRepository::restoreFromTrash(UUID id, std::filesystem::path trashed) {
+  return queue_.run([this, id, trashed = std::move(trashed)] { store_.restoreFromTrash(id, trashed); });
 }
 
 }  // namespace quillo

@@ -24,10 +24,13 @@ class ArtifactRepository {
 
   Task<> prepare();
   Task<std::vector<StoredArtifact>> list(ListingDetail detail = ListingDetail::everything);
+  Task<LibraryListing> survey(ListingDetail detail);
+  Task<std::vector<std::string>> contextTexts(std::vector<UUID> ids);
   Task<StoredArtifact> create(ContextArtifactDraft draft);
   Task<LoadedArtifact> load(UUID id);
   Task<StoredArtifact> update(StoredArtifact stored, ArtifactManifest manifest);
   Task<std::optional<std::filesystem::path>> moveToTrash(UUID id);
+  Task<> restoreFromTrash(UUID id, std::filesystem::path trashed);
 
  private:
   ArtifactStore store_;

@@ -44,6 +44,20 @@ bool isNewer(const StoredArtifact& a, const StoredArtifact& b) {
   return a.manifest.id < b.manifest.id;
 }
 
+/// Of two files that every artifact has; what they hold is seen when it is opened.
+std::optional<ArtifactCondition> conditionOf(const ListedManifest& listed, Directory& bundle) {
+  const ArtifactManifest& manifest = listed.manifest;
+  const auto& evidence = manifest.evidenceFilename ? manifest.evidenceFilename : manifest.accessibilityFilename;
+  std::string missing;
+  for (const auto& name : {std::optional(manifest.screenshotFilename), evidence}) {
+    if (!name || bundle.status(*name)) continue;
+    missing += (missing.empty() ? "" : ", ") + *name;
+  }
+  if (!missing.empty()) return ArtifactCondition{ArtifactCondition::Kind::damaged, "missing: " + missing};
+  if (listed.isPartial) return ArtifactCondition{ArtifactCondition::Kind::partial, {}};
+  return std::nullopt;
+}
+
 }  // namespace
 
 ArtifactStore::ArtifactStore(fs::path rootPath, Services services, ArtifactProjection projection)
@@ -64,21 +78,56 @@ std::unique_ptr<Directory> ArtifactStore::prepareRoot() {
 }
 
 std::vector<StoredArtifact> ArtifactStore::list(ListingDetail detail) {
+  return survey(detail).artifacts;
+}
+
+LibraryListing ArtifactStore::survey(ListingDetail detail) {
   const auto root = services_.fileSystem.openDirectory(rootPath_);
-  std::vector<StoredArtifact> artifacts;
+  LibraryListing listing;
   for (const DirectoryEntry& entry : root->entries()) {
     if (entry.kind != FileKind::directory || !Layout::isBundleName(entry.name)) continue;
     try {
       const auto bundle = root->openDirectory(entry.name);
-      artifacts.push_back({ArtifactBundleReader(*bundle, entry.name).readManifest(detail), rootPath_ / entry.name});
+      ListedManifest listed = ArtifactBundleReader(*bundle, entry.name).readListedManifest(detail);
+      if (auto condition = conditionOf(listed, *bundle)) listing.conditions.emplace(listed.manifest.id, *condition);
+      listing.artifacts.push_back({std::move(listed.manifest), rootPath_ / entry.name});
+    } catch (const Error& error) {
+      noteDamage(listing, *root, entry.name, error.what());
+    } catch (const ArtifactFileError& error) {
+      noteDamage(listing, *root, entry.name, error.what());
+    } catch (const FileSystemError& error) {
+      noteDamage(listing, *root, entry.name, error.what());
+    }
+  }
+  std::ranges::stable_sort(listing.artifacts, isNewer);
+  std::ranges::sort(listing.damagedBundles, {}, &DamagedBundle::id);
+  return listing;
+}
+
+/// A damaged bundle does not take the others from the user. One that another process has just removed is none.
+void ArtifactStore::noteDamage(LibraryListing& listing, Directory& root, const std::string& name, std::string reason) {
+  const auto id = Layout::identifierOfBundleName(name);
+  const auto status = root.status(name);
+  if (id && status) listing.damagedBundles.push_back({*id, rootPath_ / name, std::move(reason), status->modifiedAt});
+}
+
+std::vector<std::string> ArtifactStore::contextTexts(const std::vector<UUID>& ids) {
+  std::vector<std::string> texts;
+  texts.reserve(ids.size());
+  const auto root = services_.fileSystem.openDirectory(rootPath_);
+  for (const UUID& id : ids) {
+    const std::string name = Layout::bundleName(id);
+    std::string& text = texts.emplace_back();
+    try {
+      const auto bundle = root->openDirectory(name);
+      text = ArtifactBundleReader(*bundle, name).readManifest().contextText;
     } catch (const Error&) {
     } catch (const ArtifactFileError&) {
     } catch (const FileSystemError&) {
-      // A damaged bundle, or one that another process has just removed, does not take the others from the user.
+      // Damaged or gone: the listing tells.
     }
   }
-  std::ranges::stable_sort(artifacts, isNewer);
-  return artifacts;
+  return texts;
 }
 
 std::vector<std::string> ArtifactStore::bundleNames() {
@@ -186,6 +235,12 @@ std::optional<fs::path> ArtifactStore::moveBundleToTrash(const fs::path& bundleP
   }
   if (exists(bundlePath)) fail("the bundle remained in its original location");
   return newPath;
+}
+
+void ArtifactStore::restoreFromTrash(const UUID& id, const fs::path& trashed) {
+  const fs::path path = bundlePath(id);
+  if (exists(path)) throw Error(Error::ArtifactAlreadyExists{id});
+  services_.trash.restore(trashed, path);
 }
 
 fs::path defaultLibraryPath() {

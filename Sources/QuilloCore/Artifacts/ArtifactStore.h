@@ -11,6 +11,7 @@
 #include "QuilloCore/Artifacts/ArtifactModels.h"
 #include "QuilloCore/Artifacts/ArtifactProjection.h"
 #include "QuilloCore/Artifacts/FileSystem.h"
+#include "QuilloCore/Artifacts/LibraryListing.h"
 #include "QuilloCore/Artifacts/TrashOperation.h"
 #include "QuilloCore/Support/Clocks.h"
 #include "QuilloCore/Support/UUID.h"
@@ -44,6 +45,11 @@ class ArtifactStore {
 
   /// Newest first, of equal dates the lower identifier first. Damaged bundles are left out.
   std::vector<StoredArtifact> list(ListingDetail detail = ListingDetail::everything);
+  /// The same list, with the damaged bundles and what is known of each artifact's condition. A directory that is not
+  /// named by an identifier is no bundle of ours, and left out.
+  LibraryListing survey(ListingDetail detail);
+  /// The context texts of these artifacts, as they are stored; an empty one where it cannot be read.
+  std::vector<std::string> contextTexts(const std::vector<UUID>& ids);
   /// The names of all bundle directories, damaged ones too, ascending.
   std::vector<std::string> bundleNames();
 
@@ -66,10 +72,14 @@ class ArtifactStore {
   /// The same for a bundle anywhere, damaged or not. Without an identifier, failures are TrashError.
   std::optional<std::filesystem::path> moveBundleToTrash(const std::filesystem::path& bundlePath,
                                                          const std::optional<UUID>& id);
+  /// Takes a bundle out of the Trash again, where `moveToTrash` said that it went. Fails when the library has an
+  /// artifact of that identifier meanwhile; otherwise failures are TrashError.
+  void restoreFromTrash(const UUID& id, const std::filesystem::path& trashed);
 
  private:
   std::unique_ptr<Directory> prepareRoot();
   LoadedArtifact loadFrom(Directory& bundle, const std::filesystem::path& bundlePath);
+  void noteDamage(LibraryListing& listing, Directory& root, const std::string& name, std::string reason);
   bool exists(const std::filesystem::path& bundlePath);
 
   std::filesystem::path rootPath_;

@@ -22,13 +22,17 @@ class TrashError : public std::exception {
   std::string reason_;
 };
 
-/// Moves a file or directory to the user's Trash in one step.
+/// Moves a file or directory to the user's Trash in one step, and back again.
 class TrashOperation {
  public:
   virtual ~TrashOperation() = default;
 
   /// Returns where it is now, if the system says so. Throws TrashError; the item is then where it was.
   virtual std::optional<std::filesystem::path> moveToTrash(const std::filesystem::path& path) = 0;
+
+  /// Puts an item back whose place in the Trash `moveToTrash` returned, in one step, and replaces nothing. Throws
+  /// TrashError; the item is then still in the Trash, unless it was not there any more.
+  virtual void restore(const std::filesystem::path& trashed, const std::filesystem::path& original) = 0;
 };
 
 }  // namespace quillo

@@ -13,6 +13,10 @@
 namespace quillo {
 namespace {
 
+constexpr std::string_view heading = "## Coverage";
+constexpr std::string_view partialSentence =
+    "- The observation is partial because the source capture reached a safety limit.";
+
 /// Sentences that begin with a count, printed when it is at least one.
 class CountedSentences {
  public:
@@ -83,7 +87,7 @@ void appendConsolidations(const RenderPlan& plan, CountedSentences& sentences) {
 
 void appendLimits(const InterfaceObservationCompleteness& completeness, TextLines& lines) {
   lines.add(completeness.wasSourceTruncated
-                ? "- The observation is partial because the source capture reached a safety limit."
+                ? std::string(partialSentence)
                 : "- No Accessibility safety-limit truncation was reported. This does not guarantee that the app "
                   "exposed every interface or visual detail.");
   using enum AccessibilityTruncationReason;
@@ -97,7 +101,7 @@ void appendLimits(const InterfaceObservationCompleteness& completeness, TextLine
 
 void appendCoverage(const InterfaceObservationCompleteness& completeness, const RenderPlan& plan, TextLines& lines) {
   lines.add("");
-  lines.add("## Coverage");
+  lines.add(std::string(heading));
   lines.add(fmt::format("- {} semantic interface elements are mapped.", completeness.retainedElementCount));
   CountedSentences sentences(lines);
   sentences.add(plan.scope.omittedOutOfScopeElementCount,
@@ -116,6 +120,12 @@ void appendCoverage(const InterfaceObservationCompleteness& completeness, const 
     lines.add("- Capture note: " + onOneLine(issue.message));
   }
   for (const std::string& warning : completeness.warnings) lines.add("- Capture note: " + onOneLine(warning));
+}
+
+bool saysPartialObservation(std::string_view contextText) {
+  // The section is the last one, and no captured text stands at the beginning of a line.
+  const std::size_t section = contextText.rfind(heading);
+  return section != std::string_view::npos && contextText.substr(section).contains(partialSentence);
 }
 
 }  // namespace quillo

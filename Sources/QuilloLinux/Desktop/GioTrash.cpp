@@ -1,11 +1,15 @@
 #include "QuilloLinux/Desktop/GioTrash.h"
 
+#include <fcntl.h>
 #include <gio/gio.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <cstdio>
 #include <memory>
 #include <string>
+#include <system_error>
 
 #include "QuilloLinux/Desktop/TrashRecords.h"
 
@@ -51,6 +55,25 @@ std::optional<fs::path> GioTrash::moveToTrash(const fs::path& path) {
   const std::unique_ptr<GError, FreeError> error(rawError);
   if (!isMoved) throw TrashError(error ? error->message : "the system gave no reason");
   return findInTrash(path);
+}
+
+void GioTrash::restore(const fs::path& trashed, const fs::path& original) {
+  int result = ::renameat2(AT_FDCWD, trashed.c_str(), AT_FDCWD, original.c_str(), RENAME_NOREPLACE);
+  if (result != 0 && (errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP)) {
+    // A file system that cannot refuse: look first. An empty directory is all that a rename could still replace.
+    struct stat status{};
+    if (::lstat(original.c_str(), &status) == 0) {
+      errno = EEXIST;
+    } else {
+      result = ::rename(trashed.c_str(), original.c_str());
+    }
+  }
+  if (result != 0) {
+    if (errno == ENOENT && !fs::exists(fs::symlink_status(trashed))) throw TrashError("it is no longer in the Trash");
+    throw TrashError(std::generic_category().message(errno));
+  }
+  std::error_code failure;
+  fs::remove(TrashRecords::recordOf(trashed), failure);  // a record without its item is ignored, and swept up later
 }
 
 }  // namespace quillo

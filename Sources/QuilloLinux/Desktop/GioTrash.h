@@ -9,6 +9,7 @@ namespace quillo {
 class GioTrash final : public TrashOperation {
  public:
   std::optional<std::filesystem::path> moveToTrash(const std::filesystem::path& path) override;
+  void restore(const std::filesystem::path& trashed, const std::filesystem::path& original) override;
 };
 
 }  // namespace quillo

@@ -76,4 +76,8 @@ std::optional<fs::path> find(const fs::path& trash, const fs::path& top, const f
   return found;
 }
 
+fs::path recordOf(const fs::path& trashed) {
+  return trashed.parent_path().parent_path() / "info" / (trashed.filename().string() + std::string(recordExtension));
+}
+
 }  // namespace quillo::TrashRecords

@@ -15,4 +15,7 @@ std::optional<std::filesystem::path> originalPath(std::string_view record);
 std::optional<std::filesystem::path> find(const std::filesystem::path& trash, const std::filesystem::path& top,
                                           const std::filesystem::path& original);
 
+/// Where the record of an item lies that is itself at `trashed`.
+std::filesystem::path recordOf(const std::filesystem::path& trashed);
+
 }  // namespace quillo::TrashRecords

@@ -30,24 +30,24 @@ TEST_F(LibraryFlowTest, allChangesOfATurnAreToldTogether) {
   std::vector<QuilloModelChanges> told;
   std::optional<QuilloModelObservation> observation = model->observe([&](QuilloModelChanges changes) {
     told.push_back(changes);
-    if (told.size() == 1) model->setSearchQuery("from the observer");
+    if (told.size() == 1) model->setApplicationFilter("from the observer");
   });
-  model->setSearchQuery("a");
+  model->setApplicationFilter("a");
   model->showOnboarding();
   model->hideOnboarding();
-  model->setSearchQuery("b");
+  model->setApplicationFilter("b");
   EXPECT_TRUE(told.empty());
   loop.runReady();
-  QuilloModelChanges query;
-  query.add(QuilloModelField::searchQuery);
-  QuilloModelChanges both = query;
+  QuilloModelChanges filter;
+  filter.add(QuilloModelField::applicationFilter);
+  QuilloModelChanges both = filter;
   both.add(QuilloModelField::isShowingOnboarding);
-  EXPECT_THAT(told, ElementsAre(both, query));
-  model->setSearchQuery("from the observer");
+  EXPECT_THAT(told, ElementsAre(both, filter));
+  model->setApplicationFilter("from the observer");
   loop.runReady();
   EXPECT_EQ(told.size(), 2U) << "what is there already is no change";
   observation.reset();
-  model->setSearchQuery("unobserved");
+  model->setApplicationFilter("unobserved");
   loop.runReady();
   EXPECT_EQ(told.size(), 2U);
 }

@@ -46,8 +46,15 @@ std::optional<std::filesystem::path> FakeTrash::moveToTrash(const std::filesyste
   for (const std::string& name : immovable) {
     if (path.filename() == name) throw TrashError("it is nailed down");
   }
-  std::filesystem::remove_all(path);
-  return std::nullopt;
+  const std::filesystem::path trashed = place_.path() / path.filename();
+  std::filesystem::rename(path, trashed);
+  return tellsPlace ? std::optional(trashed) : std::nullopt;
+}
+
+void FakeTrash::restore(const std::filesystem::path& trashed, const std::filesystem::path& original) {
+  std::error_code failure;
+  std::filesystem::rename(trashed, original, failure);
+  if (failure) throw TrashError("it is no longer in the Trash");
 }
 
 UUID CountingUUIDs::makeUUID() {

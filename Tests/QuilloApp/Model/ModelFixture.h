@@ -149,9 +149,15 @@ class FakeLibraryMeasuring final : public LibraryMeasuring {
 
 class FakeTrash final : public TrashOperation {
  public:
-  /// Removes the bundle for good, unless the test says that it cannot be moved.
+  /// Moves the bundle to a directory of its own, unless the test says that it cannot be moved.
   std::optional<std::filesystem::path> moveToTrash(const std::filesystem::path& path) override;
+  void restore(const std::filesystem::path& trashed, const std::filesystem::path& original) override;
+
   std::vector<std::string> immovable;  ///< names of bundles
+  bool tellsPlace = true;
+
+ private:
+  TemporaryDirectory place_;
 };
 
 class CountingUUIDs final : public UUIDGenerating {

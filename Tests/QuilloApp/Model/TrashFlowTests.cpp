@@ -61,6 +61,69 @@ TEST_F(TrashFlowTest, theSelectionMovesToWhatTakesItsPlace) {
   EXPECT_THAT(titles(), IsEmpty());
 }
 
+TEST_F(TrashFlowTest, theLastMoveCanBeUndoneOnce) {
+  select(ids[2]);
+  moveToTrash({1, 2});
+  EXPECT_EQ(state().undoableTrashCount, 2U);
+  const auto undo = [&] {
+    model->undoMoveToTrash();
+    settle();
+  };
+  undo();
+  EXPECT_EQ(activity(), "success: 2 artifacts put back from Trash");
+  EXPECT_THAT(titles(), ElementsAre("a", "b", "c", "d"));
+  EXPECT_EQ(state().draftTitle, "b");
+  EXPECT_EQ(state().undoableTrashCount, 0U);
+  undo();
+  EXPECT_EQ(activity(), "success: 2 artifacts put back from Trash") << "nothing is left to undo";
+
+  moveToTrash({0});
+  trash.immovable = {ids[1].text() + ".quillo"};
+  moveToTrash({1});
+  undo();
+  EXPECT_EQ(activity(), "success: Artifact put back from Trash") << "a move that moved nothing is not undone";
+  EXPECT_EQ(titles().size(), 4U);
+}
+
+TEST_F(TrashFlowTest, undoingReplacesNothingAndSaysWhatIsGone) {
+  moveToTrash({0, 3});
+  std::filesystem::create_directory(repository.bundlePath(ids[0]));
+  model->undoMoveToTrash();
+  settle();
+  EXPECT_EQ(activity(), "failure: Put back 1 from Trash; 1 could not be put back: An artifact with ID " +
+                            ids[0].text() + " already exists.");
+  EXPECT_TRUE(std::filesystem::is_empty(repository.bundlePath(ids[0])));
+
+  trash.tellsPlace = false;
+  moveToTrash({3});
+  EXPECT_EQ(state().undoableTrashCount, 0U);
+}
+
+TEST_F(TrashFlowTest, aDamagedBundleIsShownWithItsReasonAndCanBeMovedToo) {
+  writeFile(repository.bundlePath(ids[1]) / "manifest.json", "{");
+  std::filesystem::remove(repository.bundlePath(ids[2]) / "screenshot.png");
+  model->libraryChanged();
+  settle();
+  EXPECT_THAT(titles(), ElementsAre("a", "c", "d"));
+  ASSERT_EQ(state().libraryCondition.damagedBundles.size(), 1U);
+  const DamagedBundle& damaged = state().libraryCondition.damagedBundles.front();
+  EXPECT_EQ(damaged.id, ids[1]);
+  EXPECT_THAT(damaged.reason, HasSubstr("manifest.json"));
+  const ArtifactCondition condition{ArtifactCondition::Kind::damaged, "missing: screenshot.png"};
+  EXPECT_THAT(state().libraryCondition.artifacts, ElementsAre(testing::Pair(ids[2], condition)));
+
+  select(ids[1]);
+  ASSERT_TRUE(state().selectionFailure);
+  EXPECT_THAT(*state().selectionFailure, HasSubstr("manifest.json"));
+  model->libraryChanged();
+  settle();
+  EXPECT_EQ(state().selection, ids[1]) << "it stays selected as long as it is there";
+  moveToTrash({1, 2});
+  EXPECT_EQ(activity(), "success: 2 artifacts moved to Trash");
+  EXPECT_EQ(state().libraryCondition, LibraryCondition());
+  EXPECT_FALSE(state().selectionFailure);
+}
+
 TEST_F(TrashFlowTest, anEditGoesToTheTrashWithItsArtifact) {
   select(ids[0]);
   model->setDraftAnnotations("last words");

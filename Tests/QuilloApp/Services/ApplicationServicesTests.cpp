@@ -88,6 +88,9 @@ class NoTrash final : public TrashOperation {
   std::optional<std::filesystem::path> moveToTrash(const std::filesystem::path& /*path*/) override {
     throw TrashError("there is none");
   }
+  void restore(const std::filesystem::path& /*trashed*/, const std::filesystem::path& /*original*/) override {
+    throw TrashError("there is none");
+  }
 };
 
 class SilentPanel final : public CaptureHeadsUpPanel {

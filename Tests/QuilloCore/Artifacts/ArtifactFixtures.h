@@ -42,6 +42,9 @@ class FakeTrash final : public TrashOperation {
   std::function<std::optional<std::filesystem::path>(const std::filesystem::path&)> action;
 
   std::optional<std::filesystem::path> moveToTrash(const std::filesystem::path& path) override { return action(path); }
+  void restore(const std::filesystem::path& trashed, const std::filesystem::path& original) override {
+    std::filesystem::rename(trashed, original);
+  }
 };
 
 }  // namespace quillo::test
