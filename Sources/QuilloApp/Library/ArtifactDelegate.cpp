@@ -5,6 +5,7 @@
 #include <QPainterPath>
 
 #include "QuilloApp/Interface/QuietText.h"
+#include "QuilloApp/Interface/Symbols.h"
 #include "QuilloApp/Library/ArtifactListModel.h"
 
 namespace quillo {
@@ -13,13 +14,16 @@ namespace {
 constexpr int margin = 8;
 constexpr QSize pictureSize{88, 56};
 constexpr qreal pictureRadius = 4;
+constexpr int markSize = 16;
+constexpr qreal quietMark = 0.45;  ///< opacity of the mark that asks for nothing
 
 void drawLine(QPainter* painter, const QRect& rect, const QFont& font, const QColor& color, const QString& text,
-              Qt::TextElideMode elide = Qt::ElideRight) {
+              Qt::LayoutDirection direction) {
   painter->setFont(font);
   painter->setPen(color);
-  const QString shown = QFontMetrics(font).elidedText(text, elide, rect.width());
-  painter->drawText(rect, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeading) | Qt::TextSingleLine, shown);
+  const QString shown = QFontMetrics(font).elidedText(text, Qt::ElideRight, rect.width());
+  const auto alignment = QStyle::visualAlignment(direction, Qt::AlignVCenter | Qt::AlignLeading) | Qt::AlignAbsolute;
+  painter->drawText(rect, static_cast<int>(alignment) | Qt::TextSingleLine, shown);
 }
 
 /// The middle of the picture, as much as fills the frame; windows are recognised by their upper part.
@@ -46,43 +50,82 @@ void drawPicture(QPainter* painter, const QRect& frame, const QImage& image, con
 
 }  // namespace
 
+QPixmap ArtifactDelegate::symbol(const char* name, int size, const QStyleOptionViewItem& option) const {
+  const bool isSelected = option.state.testFlag(QStyle::State_Selected);
+  const qreal ratio = option.widget ? option.widget->devicePixelRatioF() : 1;
+  const auto role = isSelected ? QPalette::HighlightedText : QPalette::WindowText;
+  const QString key = QStringLiteral("%1 %2 %3 %4")
+                          .arg(QLatin1String(name), QString::number(size), QString::number(ratio),
+                               QApplication::palette().color(role).name());
+  QPixmap& pixmap = symbols_[key];
+  if (pixmap.isNull())
+    pixmap = symbolIcon(name).pixmap(QSize(size, size), ratio, isSelected ? QIcon::Selected : QIcon::Normal);
+  return pixmap;
+}
+
 void ArtifactDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  painter->save();
+  if (index.data(ArtifactListModel::isDayRole).toBool()) {
+    QFont bold = option.font;
+    bold.setBold(true);
+    const QColor quiet = quietTextColor(option.palette, QPalette::Text, QPalette::Base);
+    drawLine(painter, option.rect.adjusted(margin, margin, -margin, 0), bold, quiet, index.data().toString(),
+             option.direction);
+  } else {
+    drawCapture(painter, option, index);
+  }
+  painter->restore();
+}
+
+void ArtifactDelegate::drawCapture(QPainter* painter, const QStyleOptionViewItem& option,
+                                   const QModelIndex& index) const {
   const bool isSelected = option.state.testFlag(QStyle::State_Selected);
   const QPalette& palette = option.palette;
   const auto textRole = isSelected ? QPalette::HighlightedText : QPalette::Text;
   const auto groundRole = isSelected ? QPalette::Highlight : QPalette::Base;
   const QColor quiet = quietTextColor(palette, textRole, groundRole);
-  QFont bold = option.font;
-  bold.setBold(true);
-
-  painter->save();
-  const QRect inner = option.rect.adjusted(margin, 0, -margin, 0);
-  if (index.data(ArtifactListModel::isDayRole).toBool()) {
-    drawLine(painter, inner.adjusted(0, margin, 0, 0), bold, quiet, index.data().toString());
-    painter->restore();
-    return;
-  }
+  const auto condition = static_cast<CaptureCondition>(index.data(ArtifactListModel::conditionRole).toInt());
   QApplication::style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
 
+  // Laid out from the left, and mirrored where one reads from the right.
+  const QRect inner = option.rect.adjusted(margin, 0, -margin, 0);
+  const auto placed = [&](const QRect& rect) { return QStyle::visualRect(option.direction, option.rect, rect); };
   QRect frame(inner.topLeft(), pictureSize);
   frame.moveTop(option.rect.center().y() - pictureSize.height() / 2 + 1);
-  QRect lines(frame.right() + 1 + margin + margin / 2, 0, 0, 0);
-  lines.setRight(inner.right());
-  if (option.direction == Qt::RightToLeft) {
-    frame = QStyle::visualRect(option.direction, option.rect, frame);
-    lines = QStyle::visualRect(option.direction, option.rect, lines);
+  const QVariant picture = index.data(Qt::DecorationRole);
+  drawPicture(painter, placed(frame), picture.value<QImage>(), palette.color(textRole));
+  if (condition == CaptureCondition::damaged && picture.value<QImage>().isNull()) {
+    QRect middle(0, 0, 2 * markSize, 2 * markSize);
+    middle.moveCenter(placed(frame).center());
+    painter->drawPixmap(middle, symbol("exclamationmark.triangle", middle.width(), option));
   }
-  drawPicture(painter, frame, index.data(Qt::DecorationRole).value<QImage>(), palette.color(textRole));
 
   const int height = option.fontMetrics.height();
   const int gap = margin / 4;
+  const int left = frame.right() + 1 + margin + margin / 2;
   const int top = option.rect.center().y() - (3 * height + 2 * gap) / 2;
   const auto line = [&](int number) {
-    return QRect(lines.left(), top + number * (height + gap), lines.width(), height);
+    return QRect(left, top + number * (height + gap), inner.right() - left, height);
   };
-  drawLine(painter, line(0), bold, palette.color(textRole), index.data().toString());
-  drawLine(painter, line(1), option.font, quiet, index.data(ArtifactListModel::applicationRole).toString());
-  drawLine(painter, line(2), option.font, quiet, index.data(ArtifactListModel::timeRole).toString());
+  QFont bold = option.font;
+  bold.setBold(true);
+  drawLine(painter, placed(line(0)), bold, palette.color(textRole), index.data().toString(), option.direction);
+  drawLine(painter, placed(line(1)), option.font, quiet, index.data(ArtifactListModel::applicationRole).toString(),
+           option.direction);
+
+  QRect mark(0, 0, markSize, markSize);
+  mark.moveCenter(line(2).center());
+  mark.moveRight(line(2).right());
+  QString time = index.data(ArtifactListModel::timeRole).toString();
+  const char* name = "checkmark.circle";
+  if (condition != CaptureCondition::complete) {
+    time += QStringLiteral(" · ") + conditionInWords(condition);
+    name = condition == CaptureCondition::damaged ? "exclamationmark.triangle" : "exclamationmark.circle";
+  }
+  drawLine(painter, placed(line(2).adjusted(0, 0, -markSize - margin, 0)), option.font, quiet, time, option.direction);
+  painter->setOpacity(condition == CaptureCondition::complete ? quietMark : 1);
+  painter->drawPixmap(placed(mark), symbol(name, markSize, option));
+  painter->setOpacity(1);
 
   if (option.state.testFlag(QStyle::State_HasFocus)) {
     QStyleOptionFocusRect focus;
@@ -90,7 +133,6 @@ void ArtifactDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     focus.backgroundColor = palette.color(groundRole);
     QApplication::style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, option.widget);
   }
-  painter->restore();
 }
 
 QSize ArtifactDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {

@@ -54,6 +54,10 @@ QModelIndex ArtifactListModel::indexOf(const UUID& id) const {
   return found == rows_.end() ? QModelIndex() : index(static_cast<int>(std::distance(rows_.begin(), found)));
 }
 
+QString ArtifactListModel::screenshotPathAt(const QModelIndex& index) const {
+  return index.isValid() ? rows_[static_cast<std::size_t>(index.row())].screenshotPath : QString();
+}
+
 int ArtifactListModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(rows_.size());
 }
@@ -63,14 +67,19 @@ QVariant ArtifactListModel::data(const QModelIndex& index, int role) const {
   const LibraryRow& row = rows_[static_cast<std::size_t>(index.row())];
   switch (role) {
     case Qt::DisplayRole: return row.title;
-    case Qt::ToolTipRole: return row.isDay() ? QVariant() : row.title;
+    case Qt::ToolTipRole:
+      return row.isDay() ? QVariant() : tr("%1 (%2)").arg(row.title, conditionInWords(row.condition));
     case Qt::AccessibleTextRole:
-      return row.isDay() ? row.title : tr("%1, %2, %3").arg(row.title, row.application, row.time);
+      return row.isDay()
+                 ? row.title
+                 : tr("%1, %2, %3, %4").arg(row.title, row.application, row.time, conditionInWords(row.condition));
     case Qt::DecorationRole:
-      return row.isDay() ? QVariant() : QVariant(thumbnails_.image(row.screenshotPath, thumbnailPixels));
+      return row.screenshotPath.isEmpty() ? QVariant()
+                                          : QVariant(thumbnails_.image(row.screenshotPath, thumbnailPixels));
     case applicationRole: return row.application;
     case timeRole: return row.time;
     case isDayRole: return row.isDay();
+    case conditionRole: return static_cast<int>(row.condition);
     default: return {};
   }
 }

@@ -14,7 +14,7 @@ class ArtifactListModel : public QAbstractListModel {
   Q_OBJECT
 
  public:
-  enum Role { applicationRole = Qt::UserRole, timeRole, isDayRole };
+  enum Role { applicationRole = Qt::UserRole, timeRole, isDayRole, conditionRole };
   static constexpr int thumbnailPixels = 192;  ///< of the longer side
 
   explicit ArtifactListModel(Thumbnails& thumbnails, QObject* parent = nullptr);
@@ -23,6 +23,9 @@ class ArtifactListModel : public QAbstractListModel {
   void setRows(std::vector<LibraryRow> rows);
 
   std::optional<UUID> idAt(const QModelIndex& index) const;
+  /// Where nothing was captured yet, or nothing is found.
+  bool isEmpty() const { return rows_.empty(); }
+  QString screenshotPathAt(const QModelIndex& index) const;
   QModelIndex indexOf(const UUID& id) const;
 
   int rowCount(const QModelIndex& parent = {}) const override;

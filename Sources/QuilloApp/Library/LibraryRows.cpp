@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -24,27 +25,88 @@ QString dayInWords(QDate day, QDate today, const QLocale& locale) {
       day, day.year() == today.year() ? LibraryRowsText::tr("dddd, d MMMM") : LibraryRowsText::tr("dddd, d MMMM yyyy"));
 }
 
-}  // namespace
+CaptureCondition conditionOf(const LibraryCondition& library, const UUID& id) {
+  const auto found = library.artifacts.find(id);
+  if (found == library.artifacts.end()) return CaptureCondition::complete;
+  return found->second.kind == ArtifactCondition::Kind::damaged ? CaptureCondition::damaged : CaptureCondition::partial;
+}
 
-std::vector<LibraryRow> libraryRows(const std::vector<StoredArtifact>& artifacts, QDate today, const QLocale& locale) {
-  std::vector<LibraryRow> rows;
-  QDate shownDay;
-  for (const StoredArtifact& artifact : artifacts) {
-    const ArtifactManifest& manifest = artifact.manifest;
-    const QDateTime created = localTime(manifest.createdAt);
-    if (created.date() != shownDay) {
-      shownDay = created.date();
+/// Puts the days between the captures as they come.
+class FeedBuilder {
+ public:
+  FeedBuilder(QDate today, const QLocale& locale) : today_(today), locale_(locale) {}
+
+  void add(Date date, LibraryRow row) {
+    const QDateTime created = localTime(date);
+    if (created.date() != shownDay_) {
+      shownDay_ = created.date();
       LibraryRow day;
-      day.title = dayInWords(shownDay, today, locale);
+      day.title = dayInWords(shownDay_, today_, locale_);
       rows.push_back(std::move(day));
     }
-    rows.push_back({.id = manifest.id,
-                    .title = QString::fromStdString(manifest.title).simplified(),
-                    .application = QString::fromStdString(manifest.source.applicationName).simplified(),
-                    .time = locale.toString(created.time(), QLocale::ShortFormat),
-                    .screenshotPath = QString::fromStdString(artifact.screenshotPath().string())});
+    row.time = locale_.toString(created.time(), QLocale::ShortFormat);
+    rows.push_back(std::move(row));
   }
-  return rows;
+
+  std::vector<LibraryRow> rows;
+
+ private:
+  QDate today_;
+  const QLocale& locale_;
+  QDate shownDay_;
+};
+
+LibraryRow rowOf(const StoredArtifact& artifact, const LibraryCondition& library) {
+  const ArtifactManifest& manifest = artifact.manifest;
+  return {.id = manifest.id,
+          .title = QString::fromStdString(manifest.title).simplified(),
+          .application = QString::fromStdString(manifest.source.applicationName).simplified(),
+          .time = {},
+          .screenshotPath = QString::fromStdString(artifact.screenshotPath().string()),
+          .condition = conditionOf(library, manifest.id)};
+}
+
+LibraryRow rowOf(const DamagedBundle& bundle) {
+  return {.id = bundle.id,
+          .title = LibraryRowsText::tr("Damaged capture"),
+          .application = QString::fromStdString(bundle.reason).simplified(),
+          .time = {},
+          .screenshotPath = {},
+          .condition = CaptureCondition::damaged};
+}
+
+}  // namespace
+
+std::vector<LibraryRow> libraryRows(const QuilloModelState& state, const std::vector<std::size_t>& shown, QDate today,
+                                    const QLocale& locale) {
+  const LibraryCondition& library = state.libraryCondition;
+  std::vector<DamagedBundle> damaged;
+  if (state.searchQuery.empty() && !state.applicationFilter) damaged = library.damagedBundles;
+  std::ranges::stable_sort(damaged, std::ranges::greater(), &DamagedBundle::modifiedAt);
+
+  FeedBuilder feed(today, locale);
+  feed.rows.reserve(shown.size() + damaged.size());
+  auto nextDamaged = damaged.begin();
+  const auto addDamagedSince = [&](Date date) {
+    for (; nextDamaged != damaged.end() && nextDamaged->modifiedAt >= date; ++nextDamaged)
+      feed.add(nextDamaged->modifiedAt, rowOf(*nextDamaged));
+  };
+  for (const std::size_t index : shown) {
+    const StoredArtifact& artifact = state.artifacts[index];
+    addDamagedSince(artifact.manifest.createdAt);
+    feed.add(artifact.manifest.createdAt, rowOf(artifact, library));
+  }
+  addDamagedSince(Date::min());
+  return std::move(feed.rows);
+}
+
+QString conditionInWords(CaptureCondition condition) {
+  switch (condition) {
+    case CaptureCondition::complete: return LibraryRowsText::tr("complete");
+    case CaptureCondition::partial: return LibraryRowsText::tr("partial");
+    case CaptureCondition::damaged: return LibraryRowsText::tr("damaged");
+  }
+  return {};
 }
 
 }  // namespace quillo

@@ -3,27 +3,39 @@
 #include <QDate>
 #include <QLocale>
 #include <QString>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <vector>
 
-#include "QuilloCore/Artifacts/ArtifactModels.h"
+#include "QuilloApp/Model/QuilloModelState.h"
 
 namespace quillo {
 
-/// One line of the library's list: a day, or an artifact.
+/// How whole a capture is.
+enum class CaptureCondition : std::uint8_t { complete, partial, damaged };
+
+/// One line of the library's list: a day, or a capture.
 struct LibraryRow {
   std::optional<UUID> id;  ///< nothing for a day
-  QString title;           ///< the artifact's, or the day in words
-  QString application;
-  QString time;  ///< of the capture, on that day
+  QString title;           ///< the capture's, or the day in words
+  QString application;     ///< of a bundle that cannot be read, the reason
+  QString time;            ///< of the capture, on that day
   QString screenshotPath;
+  CaptureCondition condition = CaptureCondition::complete;
 
   bool isDay() const { return !id; }
 
   friend bool operator==(const LibraryRow&, const LibraryRow&) = default;
 };
 
-/// The feed by day, in the order of the artifacts: a line for each day before its artifacts.
-std::vector<LibraryRow> libraryRows(const std::vector<StoredArtifact>& artifacts, QDate today, const QLocale& locale);
+/// The feed by day, newest first: a line for each day before its captures. `shown` are indices into the library.
+/// Bundles that cannot be read stand at the day on which they were changed last, and only where nothing is searched
+/// for.
+std::vector<LibraryRow> libraryRows(const QuilloModelState& state, const std::vector<std::size_t>& shown, QDate today,
+                                    const QLocale& locale);
+
+/// "complete", "partial", "damaged".
+QString conditionInWords(CaptureCondition condition);
 
 }  // namespace quillo

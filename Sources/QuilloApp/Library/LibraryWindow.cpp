@@ -2,9 +2,8 @@
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QDate>
+#include <QEvent>
 #include <QHBoxLayout>
-#include <QItemSelectionModel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QShortcut>
@@ -14,10 +13,10 @@
 #include <utility>
 
 #include "QuilloApp/Inspector/InspectorPane.h"
-#include "QuilloApp/Interface/QuietText.h"
 #include "QuilloApp/Interface/Symbols.h"
-#include "QuilloApp/Library/ArtifactDelegate.h"
-#include "QuilloApp/Library/ArtifactListModel.h"
+#include "QuilloApp/Library/CaptureList.h"
+#include "QuilloApp/Library/FeedPane.h"
+#include "QuilloApp/Library/QuickLook.h"
 
 namespace quillo {
 namespace {
@@ -54,89 +53,59 @@ QLabel* centredLabel(QWidget* parent, const char* objectName) {
 
 LibraryWindow::LibraryWindow(QuilloModel& model, Thumbnails& thumbnails, Requests requests)
     : model_(model),
+      thumbnails_(thumbnails),
       requests_(std::move(requests)),
-      rows_(new ArtifactListModel(thumbnails, this)),
-      search_(new QLineEdit(this)),
-      list_(new QListView(this)),
-      count_(new QLabel(this)),
+      feed_(new FeedPane(model, thumbnails, this)),
       pages_(new QStackedWidget(this)),
       emptySymbol_(centredLabel(this, "emptySymbol")),
       emptyTitle_(centredLabel(this, "emptyTitle")),
       emptyText_(centredLabel(this, "emptyText")),
+      retry_(new QPushButton(tr("&Try Again"), this)),
+      discard_(new QPushButton(symbolIcon("trash"), tr("Move to &Trash"), this)),
       inspector_(new InspectorPane(model, thumbnails, this)),
       activitySymbol_(new QLabel(this)),
-      activity_(new QLabel(this)) {
+      activity_(new QLabel(this)),
+      undo_(new QPushButton(symbolIcon("arrow.counterclockwise"), QString(), this)) {
   setObjectName(QStringLiteral("library"));
   setWindowTitle(tr("Quillo"));
   setWindowIcon(applicationIcon());
   resize(1120, 760);
   setMinimumSize(720, 480);
 
+  feed_->setObjectName(QStringLiteral("feed"));
   inspector_->setObjectName(QStringLiteral("inspector"));
   pages_->addWidget(makeEmptyPage());
   pages_->addWidget(inspector_);
   auto* panes = new QSplitter(this);
   panes->setObjectName(QStringLiteral("panes"));
-  panes->setChildrenCollapsible(false);
   panes->setHandleWidth(1);
-  panes->addWidget(makeFeed());
+  panes->addWidget(feed_);
   panes->addWidget(pages_);
+  panes->setCollapsible(0, true);
+  panes->setCollapsible(1, false);
   panes->setStretchFactor(1, 1);
-  panes->setSizes({336, 784});
+  panes->setSizes({320, 800});
   setCentralWidget(panes);
 
   activity_->setObjectName(QStringLiteral("activity"));
   activity_->setTextFormat(Qt::PlainText);
+  activity_->setAccessibleName(tr("Activity"));
+  undo_->setObjectName(QStringLiteral("undoTrash"));
+  undo_->setFlat(true);
   statusBar()->setSizeGripEnabled(false);
   statusBar()->setContentsMargins(unit, 0, unit, 0);
   statusBar()->addWidget(activitySymbol_);
   statusBar()->addWidget(activity_, 1);
+  statusBar()->addPermanentWidget(undo_);
 
   makeMenus();
   connectControls();
   observation_ = model_.observe([this](QuilloModelChanges changes) { update(changes); });
   update(QuilloModelChanges::everything());
-  list_->setFocus();
+  feed_->list().setFocus();
 }
 
 LibraryWindow::~LibraryWindow() = default;
-
-QWidget* LibraryWindow::makeFeed() {
-  search_->setObjectName(QStringLiteral("search"));
-  search_->setAccessibleName(tr("Search captures"));
-  search_->setPlaceholderText(tr("Search captures"));
-  search_->setClearButtonEnabled(true);
-  search_->addAction(symbolIcon("magnifyingglass"), QLineEdit::LeadingPosition);
-
-  list_->setObjectName(QStringLiteral("captures"));
-  list_->setAccessibleName(tr("Captures"));
-  list_->setModel(rows_);
-  list_->setItemDelegate(new ArtifactDelegate(list_));
-  list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-  list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  list_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-  list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  list_->setFrameShape(QFrame::NoFrame);
-  list_->setMinimumWidth(30 * unit);
-
-  count_->setObjectName(QStringLiteral("count"));
-  QPalette quiet = count_->palette();
-  quiet.setColor(QPalette::WindowText, quietTextColor(quiet, QPalette::WindowText, QPalette::Window));
-  count_->setPalette(quiet);
-
-  auto* feed = new QWidget(this);
-  auto* layout = new QVBoxLayout(feed);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(0);
-  auto* top = new QVBoxLayout;
-  top->setContentsMargins(unit, unit, unit, unit);
-  top->setSpacing(unit / 2);
-  top->addWidget(search_);
-  top->addWidget(count_);
-  layout->addLayout(top);
-  layout->addWidget(list_, 1);
-  return feed;
-}
 
 QWidget* LibraryWindow::makeEmptyPage() {
   auto* page = new QWidget(this);
@@ -151,56 +120,76 @@ QWidget* LibraryWindow::makeEmptyPage() {
   layout->setSpacing(2 * unit);
   layout->addStretch(2);
   for (QLabel* label : {emptySymbol_, emptyTitle_, emptyText_}) layout->addWidget(label);
+  emptyText_->setTextFormat(Qt::PlainText);
+  retry_->setObjectName(QStringLiteral("retry"));
+  discard_->setObjectName(QStringLiteral("discard"));
+  for (QPushButton* button : {retry_, discard_}) layout->addWidget(button, 0, Qt::AlignCenter);
   layout->addStretch(3);
   return page;
 }
 
 void LibraryWindow::makeMenus() {
-  QMenu* capture = menuBar()->addMenu(tr("C&apture"));
+  QMenu* menu = nullptr;
   const auto add = [&](const char* symbol, const QString& text, const QKeySequence& keys, auto&& action) {
-    QAction* item = capture->addAction(symbolIcon(symbol), text, keys, this, std::forward<decltype(action)>(action));
+    QAction* item = menu->addAction(symbolIcon(symbol), text, keys, this, std::forward<decltype(action)>(action));
     item->setObjectName(text);
     return item;
   };
+  menu = menuBar()->addMenu(tr("C&apture"));
   selectionActions_ = {
       add("doc.on.doc", tr("&Copy Selected Capture"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C),
           [this] { model_.copySelectedArtifactToClipboard(); }),
+      add("viewfinder", tr("&Look at Screenshot"), QKeySequence(Qt::CTRL | Qt::Key_Y), [this] { toggleQuickLook(); }),
       add("keyboard", tr("&Rename"), QKeySequence(Qt::Key_F2), [this] { inspector_->focusTitle(); }),
-      add("folder", tr("Show &Files"), {}, [this] { model_.revealSelectedArtifact(); }),
-      add("trash", tr("Move to &Trash"), QKeySequence(Qt::CTRL | Qt::Key_Delete), [this] { moveSelectedToTrash(); })};
-  capture->addSeparator();
-  add("magnifyingglass", tr("&Find"), QKeySequence::Find, [this] {
-    search_->setFocus(Qt::ShortcutFocusReason);
-    search_->selectAll();
+      add("folder", tr("Show &Files"), {}, [this] { model_.revealSelectedArtifact(); })};
+  menu->addSeparator();
+  selectionActions_.append(
+      add("trash", tr("Move to &Trash"), QKeySequence(Qt::CTRL | Qt::Key_Delete), [this] { moveSelectedToTrash(); }));
+
+  menu = menuBar()->addMenu(tr("&Edit"));
+  undoAction_ = add("arrow.counterclockwise", QString(), QKeySequence::Undo, [this] { model_.undoMoveToTrash(); });
+  undoAction_->setObjectName(QStringLiteral("undo"));
+  menu->addSeparator();
+  add("rectangle.stack", tr("Select &All Captures"), {}, [this] {
+    feed_->list().setFocus(Qt::ShortcutFocusReason);
+    feed_->list().selectAll();
   });
-  add("arrow.clockwise", tr("Re&load"), QKeySequence::Refresh, [this] { model_.reloadArtifacts(); });
-  capture->addSeparator();
+  add("magnifyingglass", tr("&Find"), QKeySequence::Find, [this] { feed_->focusSearch(); });
+  add("", tr("&Show All Captures"), {}, [this] { feed_->clearSearch(); });
+
+  menu = menuBar()->addMenu(tr("&View"));
+  QAction* showsList = menu->addAction(tr("&List of Captures"), QKeySequence(Qt::Key_F9));
+  showsList->setObjectName(QStringLiteral("showsList"));
+  showsList->setCheckable(true);
+  showsList->setChecked(true);
+  connect(showsList, &QAction::toggled, feed_, &QWidget::setVisible);
+  add("arrow.clockwise", tr("&Reload"), QKeySequence::Refresh, [this] { model_.reloadArtifacts(); });
+
+  menu = menuBar()->addMenu(tr("&Quillo"));
   add("checklist", tr("&Setup && Shortcuts…"), {}, [this] { requests_.openSetup(); });
-  add("rectangle.stack", tr("C&lose"), QKeySequence::Close, [this] { close(); });
+  add("", tr("&Close"), QKeySequence::Close, [this] { close(); });
   add("power", tr("&Quit Quillo"), QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { requests_.quit(); });
 }
 
 void LibraryWindow::connectControls() {
-  connect(search_, &QLineEdit::textEdited, this,
-          [this](const QString& text) { model_.setSearchQuery(text.toStdString()); });
-  connect(search_, &QLineEdit::textChanged, this, [this](const QString& text) {
-    if (text.isEmpty()) model_.setSearchQuery({});
+  CaptureList& list = feed_->list();
+  connect(&list, &QListView::activated, this, [this] { inspector_->focusTitle(); });
+  connect(&list, &CaptureList::lookRequested, this, &LibraryWindow::toggleQuickLook);
+  connect(feed_, &FeedPane::currentChanged, this, [this] {
+    if (quickLook_ && quickLook_->isVisible()) quickLook_->show(feed_->currentTitle(), feed_->currentScreenshotPath());
   });
-  connect(search_, &QLineEdit::returnPressed, this, [this] { list_->setFocus(Qt::ShortcutFocusReason); });
-  connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex& current) {
-    if (isUpdating_) return;
-    if (const auto id = rows_->idAt(current)) model_.select(id);
-  });
-  connect(list_, &QListView::activated, this, [this] { inspector_->focusTitle(); });
 
   // In the list a single key suffices; in a field it edits the text.
-  const auto onList = [this](const QKeySequence& keys, auto&& action) {
-    auto* shortcut = new QShortcut(keys, list_, nullptr, nullptr, Qt::WidgetShortcut);
+  const auto onList = [&](const QKeySequence& keys, auto&& action) {
+    auto* shortcut = new QShortcut(keys, &list, nullptr, nullptr, Qt::WidgetShortcut);
     connect(shortcut, &QShortcut::activated, this, std::forward<decltype(action)>(action));
   };
   onList(QKeySequence::Delete, [this] { moveSelectedToTrash(); });
   onList(QKeySequence::Copy, [this] { model_.copySelectedArtifactToClipboard(); });
 
+  connect(retry_, &QPushButton::clicked, this, [this] { model_.reloadArtifacts(); });
+  connect(discard_, &QPushButton::clicked, this, &LibraryWindow::moveSelectedToTrash);
+  connect(undo_, &QPushButton::clicked, this, [this] { model_.undoMoveToTrash(); });
   connect(&inspector_->copyButton(), &QPushButton::clicked, this, [this] { model_.copySelectedArtifactToClipboard(); });
   connect(&inspector_->revealButton(), &QPushButton::clicked, this, [this] { model_.revealSelectedArtifact(); });
   connect(&inspector_->trashButton(), &QPushButton::clicked, this, &LibraryWindow::moveSelectedToTrash);
@@ -224,35 +213,34 @@ void LibraryWindow::closeEvent(QCloseEvent* event) {
 
 void LibraryWindow::update(QuilloModelChanges changes) {
   using Field = QuilloModelField;
-  isUpdating_ = true;
-  if (changes.contains(Field::artifacts) || changes.contains(Field::searchQuery)) updateRows();
-  if (changes.contains(Field::artifacts) || changes.contains(Field::selection) || changes.contains(Field::searchQuery))
-    updateSelection();
+  feed_->update(changes);
   inspector_->update(changes);
   if (changes.contains(Field::activity)) updateActivity();
+  if (changes.contains(Field::undoableTrashCount) || changes.contains(Field::trashIsInProgress)) updateUndo();
   updatePages();
   const bool hasSelection = model_.state().selection.has_value();
   for (QAction* action : selectionActions_) action->setEnabled(hasSelection);
-  isUpdating_ = false;
 }
 
-void LibraryWindow::updateRows() {
-  const std::vector<StoredArtifact> found = model_.filteredArtifacts();
-  rows_->setRows(libraryRows(found, QDate::currentDate(), locale()));
-  const std::size_t all = model_.state().artifacts.size();
-  const QString number = locale().toString(static_cast<qulonglong>(all));
-  if (found.size() != all)
-    count_->setText(tr("%1 of %2 captures").arg(locale().toString(static_cast<qulonglong>(found.size())), number));
-  else
-    count_->setText(all == 1 ? tr("1 capture") : tr("%1 captures").arg(number));
+void LibraryWindow::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() != QEvent::PaletteChange) return;
+  updateActivity();
+  updatePages();
 }
 
-void LibraryWindow::updateSelection() {
-  const auto& selection = model_.state().selection;
-  const QModelIndex index = selection ? rows_->indexOf(*selection) : QModelIndex();
-  if (list_->currentIndex() == index && list_->selectionModel()->isSelected(index)) return;
-  list_->setCurrentIndex(index);
-  if (index.isValid()) list_->scrollTo(index);
+void LibraryWindow::updateUndo() {
+  const QuilloModelState& state = model_.state();
+  const bool canUndo = state.undoableTrashCount > 0 && !state.trashIsInProgress;
+  const QString count = locale().toString(static_cast<qulonglong>(state.undoableTrashCount));
+  const QString what =
+      state.undoableTrashCount > 1 ? tr("&Undo Moving %1 Captures to Trash").arg(count) : tr("&Undo Move to Trash");
+  undoAction_->setText(what);
+  undoAction_->setEnabled(canUndo);
+  undo_->setText(tr("&Undo"));
+  undo_->setAccessibleName(QString(what).remove(QLatin1Char('&')));
+  undo_->setToolTip(undo_->accessibleName());
+  undo_->setVisible(canUndo);
 }
 
 void LibraryWindow::updateActivity() {
@@ -264,13 +252,25 @@ void LibraryWindow::updateActivity() {
 
 void LibraryWindow::updatePages() {
   const QuilloModelState& state = model_.state();
-  const bool showsArtifact = state.selection.has_value() && state.selectedArtifact.has_value();
+  const bool showsArtifact = state.selection && state.selectedArtifact && !state.selectionFailure;
   pages_->setCurrentIndex(showsArtifact ? 1 : 0);
   if (showsArtifact) return;
-  if (state.activity.kind == Activity::Kind::loading) {
+  const auto& failure = state.libraryCondition.listingFailure;
+  retry_->setVisible(failure.has_value());
+  discard_->setVisible(!failure && state.selectionFailure);
+  const bool isTrouble = failure || state.selectionFailure;
+  emptySymbol_->setPixmap((isTrouble ? symbolIcon("exclamationmark.triangle") : applicationIcon()).pixmap(8 * unit));
+  emptySymbol_->setAccessibleName(isTrouble ? tr("Problem") : tr("Quillo"));
+  if (failure) {
+    emptyTitle_->setText(tr("The library cannot be read"));
+    emptyText_->setText(QString::fromStdString(*failure));
+  } else if (state.selectionFailure) {
+    emptyTitle_->setText(tr("This capture cannot be opened"));
+    emptyText_->setText(QString::fromStdString(*state.selectionFailure));
+  } else if (state.activity.kind == Activity::Kind::loading) {
     emptyTitle_->setText(tr("Loading artifacts…"));
     emptyText_->clear();
-  } else if (state.artifacts.empty()) {
+  } else if (state.artifacts.empty() && state.libraryCondition.damagedBundles.empty()) {
     emptyTitle_->setText(tr("No captures yet"));
     emptyText_->setText(tr("Bring a window to the front and press %1. Its pixels and its text appear here.")
                             .arg(QString::fromStdString(state.hotKeyConfiguration.capture.displayString())));
@@ -281,12 +281,16 @@ void LibraryWindow::updatePages() {
 }
 
 void LibraryWindow::moveSelectedToTrash() {
-  std::vector<UUID> ids;
-  for (const QModelIndex& index : list_->selectionModel()->selectedIndexes()) {
-    if (const auto id = rows_->idAt(index)) ids.push_back(*id);
-  }
+  std::vector<UUID> ids = feed_->selectedIds();
   if (ids.empty() && model_.state().selection) ids.push_back(*model_.state().selection);
   if (!ids.empty()) model_.moveArtifactsToTrash(std::move(ids));
+}
+
+void LibraryWindow::toggleQuickLook() {
+  if (!model_.state().selection) return;
+  if (!quickLook_) quickLook_ = new QuickLook(thumbnails_, &feed_->list(), this);
+  if (quickLook_->isVisible()) return quickLook_->hide();
+  quickLook_->show(feed_->currentTitle(), feed_->currentScreenshotPath());
 }
 
 }  // namespace quillo

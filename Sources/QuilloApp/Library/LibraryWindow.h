@@ -1,9 +1,8 @@
 #pragma once
 
 #include <QLabel>
-#include <QLineEdit>
-#include <QListView>
 #include <QMainWindow>
+#include <QPushButton>
 #include <QStackedWidget>
 #include <functional>
 
@@ -11,8 +10,9 @@
 
 namespace quillo {
 
-class ArtifactListModel;
+class FeedPane;
 class InspectorPane;
+class QuickLook;
 class Thumbnails;
 
 /// The library: the feed of captures, the inspector of the selected one, and what the application is doing.
@@ -36,34 +36,36 @@ class LibraryWindow : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
-  QWidget* makeFeed();
   QWidget* makeEmptyPage();
   void makeMenus();
   void connectControls();
   void update(QuilloModelChanges changes);
-  void updateRows();
-  void updateSelection();
+  void updateUndo();
   void updateActivity();
   void updatePages();
   void moveSelectedToTrash();
+  void toggleQuickLook();
 
   QuilloModel& model_;
+  Thumbnails& thumbnails_;
   Requests requests_;
-  ArtifactListModel* rows_;
-  QLineEdit* search_;
-  QListView* list_;
-  QLabel* count_;
+  FeedPane* feed_;
   QStackedWidget* pages_;
   QLabel* emptySymbol_;
   QLabel* emptyTitle_;
   QLabel* emptyText_;
+  QPushButton* retry_;
+  QPushButton* discard_;
   InspectorPane* inspector_;
   QLabel* activitySymbol_;
   QLabel* activity_;
+  QPushButton* undo_;
+  QAction* undoAction_ = nullptr;
+  QuickLook* quickLook_ = nullptr;
   QList<QAction*> selectionActions_;
-  bool isUpdating_ = false;
   QuilloModelObservation observation_;
 };
 

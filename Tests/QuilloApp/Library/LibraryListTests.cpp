@@ -7,6 +7,7 @@
 #include <QSignalSpy>
 #include <algorithm>
 #include <chrono>
+#include <numeric>
 #include <string>
 
 #include "QuilloApp/Interface/MainLoop.h"
@@ -39,6 +40,17 @@ std::vector<std::string> titles(const std::vector<LibraryRow>& rows) {
   return texts;
 }
 
+std::vector<LibraryRow> rowsOfLibrary(std::vector<StoredArtifact> artifacts, LibraryCondition condition = {},
+                                      std::string query = {}) {
+  QuilloModelState state;
+  state.artifacts = std::move(artifacts);
+  state.libraryCondition = std::move(condition);
+  state.searchQuery = std::move(query);
+  std::vector<std::size_t> shown(state.artifacts.size());
+  std::iota(shown.begin(), shown.end(), std::size_t{0});
+  return libraryRows(state, shown, QDate(2026, 11, 21), QLocale::c());
+}
+
 Date localNoon(int year, int month, int day) {
   const QDateTime noon(QDate(year, month, day), QTime(12, 0));
   return Date(std::chrono::milliseconds(noon.toMSecsSinceEpoch()));
@@ -49,12 +61,31 @@ TEST(LibraryRows, standUnderTheirDayInTheReadersOwnTime) {
       artifact(1, "new\nest", localNoon(2026, 11, 21)), artifact(2, "same day", localNoon(2026, 11, 21) - 2h),
       artifact(3, "day before", localNoon(2026, 11, 20)), artifact(4, "this year", localNoon(2026, 3, 2)),
       artifact(5, "another year", localNoon(2025, 11, 21))};
-  const auto rows = libraryRows(artifacts, QDate(2026, 11, 21), QLocale::c());
+  const auto rows = rowsOfLibrary(artifacts);
   EXPECT_EQ((std::vector<std::string>{"# Today", "new est", "same day", "# Yesterday", "day before",
                                       "# Monday, 2 March", "this year", "# Friday, 21 November 2025", "another year"}),
             titles(rows));
   EXPECT_EQ("/library/1/screenshot.png", rows[1].screenshotPath.toStdString());
-  EXPECT_TRUE(libraryRows({}, QDate(2026, 11, 21), QLocale::c()).empty());
+  EXPECT_TRUE(rowsOfLibrary({}).empty());
+}
+
+TEST(LibraryRows, showDamageWhereItWasSeenAndWhatIsPartial) {
+  const std::vector<StoredArtifact> artifacts{artifact(1, "today", localNoon(2026, 11, 21)),
+                                              artifact(2, "earlier", localNoon(2026, 11, 19))};
+  LibraryCondition condition;
+  condition.damagedBundles = {{artifact(3, "", {}).manifest.id, "/library/3", "old\nreason", localNoon(2026, 11, 1)},
+                              {artifact(4, "", {}).manifest.id, "/library/4", "reason", localNoon(2026, 11, 20)}};
+  condition.artifacts[artifacts[0].manifest.id] = {ArtifactCondition::Kind::partial, {}};
+  condition.artifacts[artifacts[1].manifest.id] = {ArtifactCondition::Kind::damaged, "missing: screenshot.png"};
+  const auto rows = rowsOfLibrary(artifacts, condition);
+  EXPECT_EQ((std::vector<std::string>{"# Today", "today", "# Yesterday", "Damaged capture", "# Thursday, 19 November",
+                                      "earlier", "# Sunday, 1 November", "Damaged capture"}),
+            titles(rows));
+  EXPECT_EQ(CaptureCondition::partial, rows[1].condition);
+  EXPECT_EQ(CaptureCondition::damaged, rows[3].condition);
+  EXPECT_EQ(CaptureCondition::damaged, rows[5].condition);
+  EXPECT_EQ("old reason", rows[7].application.toStdString());
+  EXPECT_EQ(4U, rowsOfLibrary(artifacts, condition, "e").size()) << "damage is not what was searched for";
 }
 
 class ArtifactListTest : public testing::Test {
@@ -63,7 +94,7 @@ class ArtifactListTest : public testing::Test {
     std::vector<StoredArtifact> artifacts;
     for (const int number : numbers)
       artifacts.push_back(artifact(static_cast<std::uint8_t>(number), std::to_string(number), localNoon(2026, 11, 21)));
-    return libraryRows(artifacts, QDate(2026, 11, 21), QLocale::c());
+    return rowsOfLibrary(artifacts);
   }
 
   int argumentCount_ = 1;
@@ -109,7 +140,8 @@ TEST_F(ArtifactListTest, tellsTheViewOnlyWhatDiffers) {
   renamed[1].title = QStringLiteral("renamed");
   model.setRows(renamed);
   EXPECT_EQ(1, changed.count());
-  EXPECT_EQ("renamed, Editor, 12:00:00", model.index(1).data(Qt::AccessibleTextRole).toString().toStdString());
+  EXPECT_EQ("renamed, Editor, 12:00:00, complete",
+            model.index(1).data(Qt::AccessibleTextRole).toString().toStdString());
   EXPECT_EQ(1, model.indexOf(*renamed[1].id).row());
   EXPECT_FALSE(model.flags(model.index(0)).testFlag(Qt::ItemIsSelectable)) << "a day is no capture";
 }
