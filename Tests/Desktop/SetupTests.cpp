@@ -37,12 +37,26 @@ class Setup : public Application {
     const std::string all = allTextOf(readWindowHolding(application, texts));
     return std::ranges::all_of(texts, [&](const std::string& text) { return all.find(text) != std::string::npos; });
   }
+  /// The roles of what can be operated in the front window and has no name there for a screen reader.
+  static std::vector<std::string> unnamedControls(const RunningProgram& application) {
+    std::vector<std::string> roles;
+    const AccessibilitySnapshot snapshot = readWindow(awaitWindow(application));
+    EXPECT_NE(findNode(snapshot, "AXButton"), nullptr);
+    for (const AccessibilityNode& node : snapshot.nodes) {
+      const bool isControl = node.role == "AXButton" || node.role == "AXCheckBox" || node.role == "AXTextArea" ||
+                             node.role == "AXTextField" || node.role == "AXImage";
+      if (isControl && textAttribute(node, "AXTitle").empty() && textAttribute(node, "AXLabel").empty())
+        roles.push_back(node.role);
+    }
+    return roles;
+  }
 };
 
 TEST_F(Setup, theGuideLeadsToACaptureAndAPaste) {
   runProgram({"rm", preferencesPath()});
   const auto application = start({"--background"});
   ASSERT_TRUE(isInFront(guide));
+  EXPECT_THAT(unnamedControls(*application), testing::IsEmpty());
   press("Return");
   ASSERT_TRUE(says(*application, {"Two shortcuts are all you need", "Both shortcuts are ready."}));
   press("Return");
@@ -127,6 +141,7 @@ TEST_F(Setup, startAtLoginWritesTheDesktopsEntry) {
   ASSERT_TRUE(eventually([] { return menu().find("Setup & Shortcuts…") != std::string::npos; }));
   ASSERT_TRUE(choose("Setup & Shortcuts…"));
   ASSERT_TRUE(isInFront(settings));
+  EXPECT_THAT(unnamedControls(*application), testing::IsEmpty());
   press("alt+s");
   EXPECT_TRUE(
       eventually([&] { return runProgram({"grep", "-q", "quillo-app.*--background", entry}).exitStatus == 0; }));

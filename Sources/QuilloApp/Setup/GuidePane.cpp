@@ -130,7 +130,7 @@ GuidePane::Page GuidePane::addPage(QBoxLayout& row, const QString& name, const Q
   return page;
 }
 
-QPushButton* GuidePane::addPracticeButton(QWidget* contents) {
+QPushButton* GuidePane::addPracticeButton(QWidget* contents) const {
   auto* button = makeButton(contents, QStringLiteral("openPractice"), tr("Open &Practice Window"));
   auto* layout = new QHBoxLayout(contents);
   layout->setContentsMargins({});
@@ -189,8 +189,10 @@ void GuidePane::update() {
     };
     if (isDone) {
       page.mark->setPixmap(pixmap("checkmark.circle", 16));
+      page.mark->setAccessibleName(tr("Done"));
     } else {
       page.mark->setText(locale().toString(index + 1));
+      page.mark->setAccessibleName(tr("Step %L1").arg(index + 1));
     }
     QFont font = page.name->font();
     font.setBold(index == current);
@@ -198,6 +200,7 @@ void GuidePane::update() {
     page.name->setAccessibleName(tr("Step %1 of %2: %3").arg(index + 1).arg(steps_.size()).arg(page.name->text()) +
                                  (isDone ? QStringLiteral(", ") + tr("done") : QString()));
     page.symbol->setPixmap(pixmap(isDone ? "checkmark.circle" : "hourglass", 20));
+    page.symbol->setAccessibleName(isDone ? tr("Done") : tr("Waiting"));
     page.state->setText(stateText(step));
   }
   const bool isLast = current + 1 == steps_.size();

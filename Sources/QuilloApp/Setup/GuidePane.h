@@ -42,7 +42,7 @@ class GuidePane : public QWidget {
   };
 
   Page addPage(QBoxLayout& row, const QString& name, const QString& title, const QString& text, QWidget* contents);
-  QPushButton* addPracticeButton(QWidget* contents);
+  QPushButton* addPracticeButton(QWidget* contents) const;
   void openPractice();
   void go(std::size_t step);
   void update();

@@ -72,6 +72,7 @@ void PermissionRows::show(Row& row, bool isGranted) {
   const QString name = setup::qString(displayName(row.permission));
   row.symbol->setPixmap(
       symbolIcon(isGranted ? "checkmark.shield" : "exclamationmark.shield").pixmap(QSize(20, 20), devicePixelRatioF()));
+  row.symbol->setAccessibleName(isGranted ? tr("Allowed") : tr("Not allowed"));
   row.text->setText(isGranted ? tr("%1: Allowed").arg(name) : tr("%1: Not allowed yet").arg(name));
   row.button->setVisible(!isGranted);
   if (isGranted) setup::setOptionalText(*row.advice, {});
