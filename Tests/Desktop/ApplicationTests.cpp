@@ -8,6 +8,7 @@
 
 #include "ApplicationFixture.h"
 #include "PasteRecorder.h"
+#include "Tests/Support/GoldenFile.h"
 #include "WindowReading.h"
 
 namespace quillo::test {
@@ -78,6 +79,32 @@ TEST_F(Application, pastesWhatItCapturedIntoABrowserByShortcut) {
   EXPECT_THAT(browser.recorded(), HasSubstr("# Quillo capture: "));
   EXPECT_THAT(browser.recorded(), HasSubstr("Dear reader"));
   EXPECT_EQ(runProgram({"xclip", "-selection", "clipboard", "-out"}).output, "what the user had copied");
+}
+
+// The panel is an alert on the accessibility bus, and nothing to the window manager and the pointer.
+TEST_F(Application, thePanelIsAnnouncedAndTakesNeitherFocusNorClicks) {
+  const std::string heard = writeFile("heard", "");
+  const auto application = start({"--background"});
+  ASSERT_TRUE(eventually([] { return isRunning(); }));
+  const RunningProgram reader({"sh", "-c", R"(exec "$0" >"$1")", QUILLO_TEST_PROGRAMS "/alert-listener.py", heard});
+  const RunningProgram editor({"mousepad", writeFile("letter.txt", "Dear reader")});
+  readWindowHolding(editor, {"Dear reader"});
+  ASSERT_TRUE(eventually([&] { return readFile(heard).starts_with("ready\n"); }));
+  press("ctrl+alt+super+c");
+  ASSERT_TRUE(eventually([&] { return readFile(heard).find(" elements, complete\n") != std::string::npos; }))
+      << readFile(heard);
+  EXPECT_THAT(readFile(heard),
+              testing::MatchesRegex("ready\n(name [^\n]+\n)*shown [^\n]+ - Mousepad\\. Reading window and "
+                                    "interface…\n(name [^\n]+\n)*name [^\n]+ elements, complete\n"));
+  EXPECT_THAT(activeWindow(), HasSubstr("letter.txt"));
+
+  const std::string click = R"sh(
+    panel=$(xdotool search --onlyvisible --name '^Quillo$' | tail -1)
+    eval "$(xdotool getwindowgeometry --shell "$panel")"
+    xdotool mousemove $((X + WIDTH / 2)) $((Y + HEIGHT / 2))
+    eval "$(xdotool getmouselocation --shell)"
+    [ "$WIDTH" = 368 ] && [ "$WINDOW" != "$panel" ] && echo through)sh";
+  EXPECT_EQ(runProgram({"bash", "-c", click}).output, "through\n");
 }
 
 // A start from a text console, or by another user's tool, knows the display but not the bus.

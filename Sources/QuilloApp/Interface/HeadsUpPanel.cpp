@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QPainter>
 #include <QScreen>
+#include <QStyle>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -22,6 +23,8 @@ namespace {
 constexpr int unit = 8;
 constexpr int panelWidth = 46 * unit;
 constexpr QSize pictureSize{12 * unit, 8 * unit};
+constexpr int accentWidth = unit / 2;
+constexpr QRgb failureColor = 0xFFC8'3A'31;  ///< readable beside light and dark
 
 /// Runs on a worker: reading a large picture takes longer than the main loop may wait.
 QImage decodePicture(const std::string& png, qreal scale) {
@@ -70,6 +73,9 @@ class HeadsUpPanel::Window final : public QWidget {
     title_.setTextFormat(Qt::PlainText);
     detail_.setTextFormat(Qt::PlainText);
     detail_.setWordWrap(true);
+    // Beside the picture, whichever way the text itself runs.
+    const Qt::Alignment beside = isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft;
+    for (QLabel* label : {&title_, &detail_}) label->setAlignment(beside | Qt::AlignAbsolute | Qt::AlignVCenter);
     QPalette quiet = detail_.palette();
     quiet.setColor(QPalette::WindowText, quietTextColor(quiet, QPalette::WindowText, QPalette::Window));
     detail_.setPalette(quiet);
@@ -97,11 +103,23 @@ class HeadsUpPanel::Window final : public QWidget {
     setAccessibleName(detail.isEmpty() ? title : tr("%1. %2").arg(title, detail));
   }
 
+  /// Beside what went wrong; the palette's own colour stands beside all else.
+  void setIsFailure(bool isFailure) {
+    isFailure_ = isFailure;
+    update();
+  }
+
   void showSymbol(std::string_view name) { picture_.setPixmap(symbolIcon(name).pixmap(4 * unit)); }
 
   void showImage(QImage image) {
     image.setDevicePixelRatio(devicePixelRatioF());
-    picture_.setPixmap(QPixmap::fromImage(std::move(image)));
+    QPixmap pixmap = QPixmap::fromImage(std::move(image));
+    // A window of the panel's own colour would have no edge.
+    QPainter painter(&pixmap);
+    painter.setPen(borderColor());
+    painter.drawRect(QRectF(QPointF(), pixmap.deviceIndependentSize()).adjusted(0, 0, -1, -1));
+    painter.end();
+    picture_.setPixmap(pixmap);
   }
 
   /// Low on the screen, where it covers little of what one reads.
@@ -111,26 +129,34 @@ class HeadsUpPanel::Window final : public QWidget {
     resize(panelWidth, height);
     const QRect screen = screenOf(windowFrame)->availableGeometry();
     move(screen.center().x() - panelWidth / 2, screen.bottom() - height - 6 * unit);
+    const bool wasShown = isVisible();
     show();
     raise();
-    // Screen readers read a window of this role when it appears, and its name when that changes.
-    for (const auto event : {QAccessible::Alert, QAccessible::NameChanged}) {
-      QAccessibleEvent announcement(this, event);
-      QAccessible::updateAccessibility(&announcement);
-    }
+    // Screen readers read a window of this role when it appears, and its name when that changes. The toolkit tells of
+    // the name, but takes a window of this kind for a tip that nobody wants to hear of.
+    if (wasShown) return;
+    QAccessibleEvent appearance(this, QAccessible::ObjectShow);
+    QAccessible::updateAccessibility(&appearance);
   }
 
  protected:
   void paintEvent(QPaintEvent* /*event*/) override {
     QPainter painter(this);
-    QColor border = palette().color(QPalette::WindowText);
-    border.setAlpha(72);
-    painter.setPen(border);
+    painter.setPen(borderColor());
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
-    painter.fillRect(QRect(0, 0, 4, height()), palette().color(QPalette::Highlight));
+    const QRect leading(0, 0, accentWidth, height());
+    painter.fillRect(QStyle::visualRect(layoutDirection(), rect(), leading),
+                     isFailure_ ? QColor(failureColor) : palette().color(QPalette::Highlight));
   }
 
  private:
+  QColor borderColor() const {
+    QColor color = palette().color(QPalette::WindowText);
+    color.setAlpha(72);
+    return color;
+  }
+
+  bool isFailure_ = false;
   QLabel picture_;
   QLabel title_;
   QLabel detail_;
@@ -166,6 +192,7 @@ void HeadsUpPanel::showSuccess(const CaptureNotice& notice) {
 void HeadsUpPanel::showFailure(const CaptureFailureNotice& notice) {
   shownPNG_.reset();
   window().showSymbol("exclamationmark.triangle");
+  window().setIsFailure(true);
   window().say(QString::fromStdString(notice.message), QString::fromStdString(notice.remedy.value_or("")), true);
   window().appear(notice.windowFrame);
 }
@@ -176,6 +203,7 @@ void HeadsUpPanel::hide() {
 }
 
 void HeadsUpPanel::loadPicture(const std::shared_ptr<const std::string>& png) {
+  window().setIsFailure(false);
   if (png == shownPNG_) return;
   shownPNG_ = png;
   window().showSymbol("viewfinder");
