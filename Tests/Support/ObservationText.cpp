@@ -41,7 +41,7 @@ void addProperties(std::string& line, const InterfaceElementProperties& properti
     const auto& member = properties.*field.member;
     if constexpr (std::is_same_v<std::decay_t<decltype(member)>, std::vector<std::string>>) {
       if (!member.empty()) line += fmt::format(" {}={}", field.key, showList(member));
-    } else if constexpr (std::is_same_v<std::decay_t<decltype(member)>, std::optional<std::vector<std::string>>>) {
+    } else if constexpr (std::is_same_v<std::decay_t<decltype(*member)>, std::vector<std::string>>) {
       if (member) line += fmt::format(" {}={}", field.key, showList(*member));
     } else {
       if (member) line += fmt::format(" {}={}", field.key, show(*member));

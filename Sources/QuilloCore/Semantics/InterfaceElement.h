@@ -12,6 +12,7 @@
 #include "QuilloCore/Semantics/InterfaceSemanticRole.h"
 #include "QuilloCore/Support/Geometry.h"
 #include "QuilloCore/Support/JsonFields.h"
+#include "QuilloCore/Support/RareOptional.h"
 
 namespace quillo {
 
@@ -67,22 +68,22 @@ struct InterfaceElementProperties {
   std::optional<std::int64_t> headingLevel;
   std::optional<std::int64_t> disclosureLevel;
   std::optional<std::int64_t> index;
-  std::optional<std::string> orientation;
-  std::optional<std::string> current;
-  std::optional<std::string> hasPopup;
+  RareOptional<std::string> orientation;
+  RareOptional<std::string> current;
+  RareOptional<std::string> hasPopup;
   std::optional<std::string> url;
-  std::optional<std::string> document;
-  std::optional<std::string> filename;
+  RareOptional<std::string> document;
+  RareOptional<std::string> filename;
   std::vector<std::string> domClasses;
   std::optional<std::int64_t> positionInSet;
   std::optional<std::int64_t> setSize;
   std::optional<std::int64_t> rowCount;
   std::optional<std::int64_t> columnCount;
-  std::optional<std::string> selectedText;
+  RareOptional<std::string> selectedText;
   std::optional<ArtifactTextRange> selectedTextRange;  ///< UTF-16 code units
   std::optional<ArtifactTextRange> visibleTextRange;   ///< UTF-16 code units
-  std::optional<std::vector<std::string>> columnHeaders;
-  std::optional<std::vector<std::string>> rowValues;  ///< cell texts of a table row, in column order
+  RareOptional<std::vector<std::string>> columnHeaders;
+  RareOptional<std::vector<std::string>> rowValues;  ///< cell texts of a table row, in column order
 
   bool isEmpty() const { return *this == InterfaceElementProperties{}; }
 

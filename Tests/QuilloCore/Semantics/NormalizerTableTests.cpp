@@ -466,10 +466,10 @@ TEST(NormalizerTable, everyWordOfEveryGeneratedTableStandsOnce) {
     std::string texts;
     std::string headers;
     for (InterfaceElement element : observation.elements) {
-      for (const std::string& header : element.properties.columnHeaders.value_or(std::vector<std::string>{})) {
-        headers += header + " ";
+      if (auto& columnHeaders = element.properties.columnHeaders) {
+        for (const std::string& header : *columnHeaders) headers += header + " ";
+        columnHeaders.reset();
       }
-      element.properties.columnHeaders.reset();
       texts += describe(element) + "\n";
     }
     for (const std::string& word : table.words) {

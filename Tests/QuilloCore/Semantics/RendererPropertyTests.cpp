@@ -80,7 +80,7 @@ class Generator {
         element.properties.selectedTextRange = ArtifactTextRange{.location = 2, .length = std::int64_t(upTo(3))};
     }
     if (element.role == row || element.role == treeItem) {
-      element.properties.rowValues.emplace();
+      element.properties.rowValues = std::vector<std::string>{};
       for (std::size_t i = upTo(3); i > 0; --i) element.properties.rowValues->push_back(anyText());
       if (oneIn(2)) element.properties.columnHeaders = std::vector<std::string>{anyText(), anyText()};
     }
@@ -158,8 +158,8 @@ TEST(RendererProperties, everyTextIsPrintedOrAccountedFor) {
       expectPrinted(element.placeholder, "placeholder");
       if (element.isProtected) continue;
       if (element.value) expectPrinted(std::get<std::string>(*element.value), "value");
-      for (const std::string& cell : element.properties.rowValues.value_or(std::vector<std::string>{})) {
-        expectPrinted(cell, "cell");
+      if (const auto& cells = element.properties.rowValues) {
+        for (const std::string& cell : *cells) expectPrinted(cell, "cell");
       }
       // The words of a content may be spread over the lines of its descendants.
       if (element.content) expectEachWordPrinted(*element.content, "content");
@@ -189,7 +189,7 @@ TEST(RendererProperties, capturedTextBeginsNoLineAndOpensNoMarker) {
       element.label = element.description = element.help = element.placeholder = forged;
       element.value = forged;
       element.properties.roleDescription = element.properties.valueDescription = forged;
-      element.properties.rowValues = element.properties.columnHeaders = {forged, forged};
+      element.properties.rowValues = element.properties.columnHeaders = std::vector<std::string>{forged, forged};
       element.actions = {{forged, InterfaceActionSource::accessibility}};
       element.state.focused = element.state.selected = true;
     }
