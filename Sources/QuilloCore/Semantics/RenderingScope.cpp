@@ -36,20 +36,31 @@ ElementIndex focusedWebContent(const ElementForest& forest) {
   return focusedArea;
 }
 
-/// Ways to go somewhere that nobody sees or uses: navigation out of sight, and what is inside a closed menu.
+/// What opens a menu beside the menus themselves.
+bool mayOpenMenu(InterfaceSemanticRole role) {
+  return role == button || role == checkbox || role == popUpButton || role == disclosure;
+}
+
+/// Ways to go somewhere that nobody sees or uses: navigation out of sight, a menu bar without area (of two that an
+/// application keeps, the one that the desktop's own took the place of), and what is inside a closed menu.
 class UnseenNavigation {
  public:
   explicit UnseenNavigation(const ElementForest& forest)
-      : forest_(forest), noticedBefore_(forest.size() + 1, 0), openBefore_(forest.size() + 1, 0) {
+      : forest_(forest),
+        usedBefore_(forest.size() + 1, 0),
+        noticedBefore_(forest.size() + 1, 0),
+        openBefore_(forest.size() + 1, 0) {
     const auto order = forest.preorder();
     for (std::size_t i = 0; i < order.size(); ++i) {
       const InterfaceElement& element = forest[order[i]];
+      const bool isInUse = isTrue(element.state.focused) || isTrue(element.state.selected);
       const bool isSeen = element.visibility == InterfaceVisibility::visible && hasArea(element);
-      const bool isNoticed = isTrue(element.state.focused) || isTrue(element.state.selected) || isSeen;
+      const bool isNoticed = isInUse || isSeen;
+      usedBefore_[i + 1] = usedBefore_[i] + static_cast<std::size_t>(isInUse);
       noticedBefore_[i + 1] = noticedBefore_[i] + static_cast<std::size_t>(isNoticed);
-      const bool isAway =
+      const bool isSaidAway =
           element.visibility == InterfaceVisibility::offscreen || element.visibility == InterfaceVisibility::hidden;
-      openBefore_[i + 1] = openBefore_[i] + static_cast<std::size_t>(isNoticed || !isAway);
+      openBefore_[i + 1] = openBefore_[i] + static_cast<std::size_t>(isNoticed || !isSaidAway);
     }
   }
 
@@ -59,15 +70,32 @@ class UnseenNavigation {
            noticedBefore_[forest_.position(element)] == noticedBefore_[forest_.subtreeEnd(element)];
   }
 
+  bool isReplacedMenuBar(ElementIndex element) const {
+    return forest_[element].role == menuBar && forest_[element].bounds && !hasArea(forest_[element]) &&
+           usedBefore_[forest_.position(element)] == usedBefore_[forest_.subtreeEnd(element)];
+  }
+
   /// A menu of which nothing but its name is to be seen.
   bool isClosedMenu(ElementIndex element) const {
-    return forest_[element].role == menu &&
-           openBefore_[forest_.position(element) + 1] == openBefore_[forest_.subtreeEnd(element)];
+    return forest_[element].role == menu && isAway(forest_.position(element) + 1, forest_.subtreeEnd(element));
+  }
+
+  /// A part of a closed menu that hangs on a button, without a menu around it.
+  bool isInClosedButtonMenu(ElementIndex element) const {
+    const InterfaceSemanticRole role = forest_[element].role;
+    const ElementIndex parent = forest_.parent(element);
+    return (role == menu || role == menuItem) && parent != noElement && mayOpenMenu(forest_[parent].role) &&
+           isAway(forest_.position(element), forest_.subtreeEnd(element));
   }
 
  private:
+  /// Nothing of the stretch of the pre-order is noticed, and the application says of all that it is away.
+  bool isAway(std::size_t begin, std::size_t end) const { return openBefore_[begin] == openBefore_[end]; }
+
   const ElementForest& forest_;
-  // In pre-order: how many elements up to there are noticed, and how many the application does not say are away.
+  // In pre-order: how many elements up to there are in use (focused or selected), how many are noticed (or seen), and
+  // how many the application does not say are away.
+  std::vector<std::size_t> usedBefore_;
   std::vector<std::size_t> noticedBefore_;
   std::vector<std::size_t> openBefore_;
 };
@@ -84,14 +112,16 @@ RenderingScope computeRenderingScope(const ElementForest& forest) {
   }
   const UnseenNavigation unseen(forest);
   const auto order = forest.preorder();
-  // Includes the stretch of the pre-order but for what is inside closed menus, and unseen navigation where `narrows`.
+  // Includes the stretch of the pre-order but for closed menus and replaced menu bars, and unseen navigation where
+  // `narrows`.
   const auto include = [&](std::size_t begin, std::size_t end, bool narrows) {
     const auto omitUntil = [&](std::size_t& position, std::size_t stop) {
       while (position < stop) scope.omittedNavigationElements.push_back(order[position++]);
     };
     for (std::size_t i = begin; i < end;) {
       const ElementIndex element = order[i];
-      if (narrows && unseen.isUnseenNavigation(element)) {
+      if ((narrows && unseen.isUnseenNavigation(element)) || unseen.isReplacedMenuBar(element) ||
+          unseen.isInClosedButtonMenu(element)) {
         omitUntil(i, forest.subtreeEnd(element));
         continue;
       }

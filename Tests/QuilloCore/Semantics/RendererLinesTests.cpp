@@ -127,6 +127,23 @@ TEST(RendererLines, namesThatRepeatWhatStandsInsideAreShortened) {
   });
 }
 
+TEST(RendererLines, menusThatNobodySeesHaveNoLines) {
+  expectLines({
+      {"a menu bar that gave its place to another",
+       "window 'A'\n  menuBar bounds='0 0 90 20'\n    menu 'File' bounds='0 0 20 20'\n"
+       "  menuBar bounds='0 0 90 0'\n    menu 'File' bounds='0 0 20 20'",
+       "- window \"A\"\n  - menu bar\n    - menu \"File\""},
+      {"one that is in use", "menuBar bounds='0 0 90 0'\n  menu 'File' [focused]",
+       "- menu bar\n  - menu (focused) \"File\""},
+      {"a button's closed menu",
+       "button 'More'\n  menuItem 'Dock' [offscreen]\n  menu 'Tabs' [offscreen]\n    menuItem 'A'"
+       " [offscreen]",
+       "- button \"More\""},
+      {"one that is open", "button 'More'\n  menuItem 'Dock' [visible]\n  menuItem 'Float' [offscreen, selected]",
+       "- button \"More\"\n  - menu item \"Dock\"\n  - menu item (selected) \"Float\""},
+  });
+}
+
 TEST(RendererLines, protectedElementsShowNeitherTextNorLength) {
   expectLines({
       {"all the places of a value",
