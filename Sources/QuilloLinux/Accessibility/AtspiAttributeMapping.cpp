@@ -115,7 +115,8 @@ class ElementMapper {
 
   void addNames() {
     if (role_ == "AXStaticText") {
-      addText("AXValue", isBareText() ? record_.text->text.text : record_.name);
+      const bool isNamedByText = isBareText() || (record_.name.empty() && hasOwnText(record_));
+      addText("AXValue", isNamedByText ? record_.text->text.text : record_.name);
     } else {
       std::string_view title = names_.title;
       const bool isNamedByText = record_.role == Role::heading || isTableCell(record_.role);
@@ -195,7 +196,7 @@ class ElementMapper {
             record_.text->text.text != names_.title) {
           // A sheet's cell is named by its place; what stands in it is no number where it is a word.
           add("AXValue", record_.text->text.text);
-        } else if (record_.value) {
+        } else if (record_.value && !holdsParagraphs(record_)) {
           add("AXValue", *record_.value);
         }
     }

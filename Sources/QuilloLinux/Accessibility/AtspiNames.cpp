@@ -25,6 +25,14 @@ bool isClassName(const AtspiNodeRecord& record, AtspiToolkit toolkit) {
   return record.name.starts_with("Gtk") || !isNamedByPeople;
 }
 
+/// "A1", "AB12": where a cell stands.
+bool isCoordinates(std::string_view name) {
+  const auto isCapital = [](char c) { return c >= 'A' && c <= 'Z'; };
+  const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+  const auto digits = std::ranges::find_if_not(name, isCapital);
+  return digits != name.begin() && digits != name.end() && std::all_of(digits, name.end(), isDigit);
+}
+
 bool isEntry(AtspiRole role) {
   return role == AtspiRole::entry || role == AtspiRole::text || role == AtspiRole::autocomplete ||
          role == AtspiRole::passwordText || role == AtspiRole::spinButton || role == AtspiRole::terminal;
@@ -36,7 +44,8 @@ AtspiNames accessibleNames(const AtspiNodeRecord& record, AtspiToolkit toolkit) 
   AtspiNames names{.title = record.name, .description = record.description, .help = {}, .placeholder = {}};
   const bool repeatsOwnText = isEntry(record.role) && record.text &&
                               collapsingWhiteSpace(record.name) == collapsingWhiteSpace(record.text->text.text);
-  if (isClassName(record, toolkit) || repeatsOwnText) names.title.clear();
+  const bool isPlace = holdsParagraphs(record) && isCoordinates(record.name);
+  if (isClassName(record, toolkit) || repeatsOwnText || isPlace) names.title.clear();
 
   for (const std::string_view key : {"placeholder-text", "placeholder"}) {
     if (const std::string* placeholder = record.attribute(key); placeholder != nullptr && names.placeholder.empty()) {
@@ -54,6 +63,10 @@ AtspiNames accessibleNames(const AtspiNodeRecord& record, AtspiToolkit toolkit) 
   if (names.description == names.title) names.description.clear();
   if (names.placeholder == names.title) names.placeholder.clear();
   return names;
+}
+
+bool holdsParagraphs(const AtspiNodeRecord& record) {
+  return isTableCell(record.role) && !record.children.empty();
 }
 
 bool hasOwnText(const AtspiNodeRecord& record) {

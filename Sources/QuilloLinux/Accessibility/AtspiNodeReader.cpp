@@ -301,7 +301,9 @@ bool AtspiNodeReader::mayHoldWords(const AtspiNodeRecord& record) const {
   if (!record.hasInterface("Text")) return false;
   // Where children stand inside the words of their parent, only the parent's text has these.
   const bool holdsMixedText = toolkit_ == AtspiToolkit::gecko && record.role != AtspiRole::label;
-  return mayHoldText(record.role) || record.is(AtspiState::editable) || holdsMixedText;
+  // Of a status bar's fields only the text tells what they say.
+  const bool isNamelessLabel = record.role == AtspiRole::label && record.name.empty();
+  return mayHoldText(record.role) || record.is(AtspiState::editable) || holdsMixedText || isNamelessLabel;
 }
 
 bool AtspiNodeReader::mayConceal(const AtspiNodeRecord& record) const {

@@ -74,6 +74,23 @@ TEST(AtspiAttributeMapping, rolesAreRefinedByStatesAndWebRoles) {
   }
 }
 
+TEST(AtspiAttributeMapping, namelessLabelsAreTheirText) {
+  EXPECT_EQ(valueOf(withText(makeRecord(AtspiRole::label), "Page 1 of 2", 11), "AXValue"), words("Page 1 of 2"));
+  EXPECT_EQ(valueOf(withText(makeRecord(AtspiRole::label, "Name"), "Text", 4), "AXValue"), words("Name"));
+}
+
+TEST(AtspiAttributeMapping, cellsOfParagraphsTellNeitherPlaceNorNought) {
+  AtspiNodeRecord cell = makeRecord(AtspiRole::tableCell, "AB12");
+  cell.value = 0;
+  EXPECT_EQ(valueOf(cell, "AXTitle"), words("AB12")) << "a sheet's cell";
+  EXPECT_EQ(valueOf(cell, "AXValue"), AccessibilityValue(0.0));
+  cell.children = {7};
+  EXPECT_EQ(valueOf(cell, "AXTitle"), absent);
+  EXPECT_EQ(valueOf(cell, "AXValue"), absent);
+  cell.name = "Mode A1";
+  EXPECT_EQ(valueOf(cell, "AXTitle"), words("Mode A1"));
+}
+
 TEST(AtspiAttributeMapping, passwordFieldTellsNothingOfItsText) {
   AtspiNodeRecord record = makeRecord(AtspiRole::passwordText, "Password", {AtspiState::editable});
   record = withText(std::move(record), "open sesame", 11);  // should a reader ever have asked
