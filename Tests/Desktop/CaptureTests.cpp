@@ -225,8 +225,8 @@ TEST(Capture, readOnlyLibraryIsReadAndNotWritten) {
     ls -A "$library" | sed "s/$id/ID/"; ls -A "$library/$id.quillo")");
   EXPECT_EQ(finished.exitStatus, 0) << finished.error;
   EXPECT_THAT(finished.output,
-              testing::MatchesRegex("quillo: Could not [a-z]+ \"…\": Read-only file system\ncapture: 1\n"
-                                    "quillo: Could not [a-z]+ \"…\": Read-only file system\nedit: 1\n"
+              testing::MatchesRegex("quillo: Could not make \"…\": Read-only file system\ncapture: 1\n"
+                                    "quillo: Could not write \"…\": Read-only file system\nedit: 1\n"
                                     "quillo: Artifact ID could not be moved to the Trash: [^\n]+\n"
                                     "trash: 1\nID\tok\ncheck: 0\nID.quillo\n"
                                     "evidence.json\nmanifest.json\nobservation.json\nscreenshot.png\n"));

@@ -48,10 +48,11 @@ ArtifactBundleFiles encodeBundle(const ArtifactManifest& manifest, const Context
 
 void writeBundle(Directory& root, const std::string& staging, const std::string& bundle,
                  const ArtifactBundleFiles& files, const std::function<void()>& checkpoint) {
+  checkpoint();
+  // Where not even this can be made, nothing is to be taken away, and its failure is the one to tell.
+  const auto directory = root.makeDirectory(staging);
   bool isInPlace = false;
   try {
-    checkpoint();
-    const auto directory = root.makeDirectory(staging);
     const auto createFile = [&](std::string_view name, std::string_view bytes) {
       checkpoint();
       directory->createFile(name, bytes);
@@ -81,7 +82,11 @@ void replaceManifest(Directory& bundle, const ArtifactManifest& manifest, const 
     bundle.createFile(draft, bytes);
     bundle.replaceFile(draft, Layout::manifestFilename);
   } catch (...) {
-    bundle.remove(draft);
+    try {
+      bundle.remove(draft);
+    } catch (const FileSystemError&) {
+      // What kept the draft from being written is the failure to tell; a later edit takes the draft away.
+    }
     throw;
   }
   bundle.sync();

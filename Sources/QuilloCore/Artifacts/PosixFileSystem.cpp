@@ -121,9 +121,14 @@ class PosixDirectory final : public Directory {
   std::unique_ptr<Directory> makeDirectory(std::string_view name) override {
     const fs::path path = path_ / name;
     if (::mkdirat(descriptor_.get(), path.filename().c_str(), directoryMode) < 0) fail(FileOperation::make, path);
-    // The umask may have taken bits away.
-    if (::fchmodat(descriptor_.get(), path.filename().c_str(), directoryMode, 0) < 0) fail(FileOperation::make, path);
-    return openDirectory(name);
+    try {
+      // The umask may have taken bits away.
+      if (::fchmodat(descriptor_.get(), path.filename().c_str(), directoryMode, 0) < 0) fail(FileOperation::make, path);
+      return openDirectory(name);
+    } catch (...) {
+      ::unlinkat(descriptor_.get(), path.filename().c_str(), AT_REMOVEDIR);
+      throw;
+    }
   }
 
   void createFile(std::string_view name, std::string_view bytes) override {
