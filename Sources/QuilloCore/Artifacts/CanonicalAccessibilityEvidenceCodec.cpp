@@ -1,122 +1,25 @@
 #include "QuilloCore/Artifacts/CanonicalAccessibilityEvidenceCodec.h"
 
+#include <array>
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <type_traits>
-#include <unordered_map>
-#include <unordered_set>
 #include <utility>
 #include <variant>
 
 #include "QuilloCore/Artifacts/CanonicalAccessibilityEvidenceCodecError.h"
+#include "QuilloCore/Artifacts/EvidenceFileRecords.h"
+#include "QuilloCore/Artifacts/EvidenceValidation.h"
 #include "QuilloCore/Artifacts/TextInterner.h"
 #include "QuilloCore/Support/Sha256.h"
 #include "QuilloCore/Support/Utf16.h"
 
-namespace quillo {
-namespace {
-
-/// A text blob as it stands in a parsed file, nothing copied.
-struct TextBlobInFile {
-  std::int64_t id = 0;
-  std::string_view sha256;
-  std::int64_t utf8ByteCount = 0;
-  std::int64_t utf16Length = 0;
-  std::string_view text;
-};
-
-}  // namespace
-
-template <>
-struct JsonFields<TextBlobInFile> {
-  using R = TextBlobInFile;
-  static constexpr auto table = std::tuple{jsonField("id", &R::id), jsonField("sha256", &R::sha256),
-                                           jsonField("utf8ByteCount", &R::utf8ByteCount),
-                                           jsonField("utf16Length", &R::utf16Length), jsonField("text", &R::text)};
-};
-
-namespace CanonicalAccessibilityEvidenceCodec {
+namespace quillo::CanonicalAccessibilityEvidenceCodec {
 namespace {
 
 using Error = CanonicalAccessibilityEvidenceCodecError;
-
-bool isSupportedSnapshotVersion(std::int64_t version) {
-  return version >= 1 && version <= AccessibilitySnapshot::currentSchemaVersion;
-}
-
-void requireVersions(const CanonicalAccessibilityEvidence& evidence) {
-  if (evidence.schemaVersion != CanonicalAccessibilityEvidence::currentSchemaVersion)
-    throw Error(Error::UnsupportedSchemaVersion{evidence.schemaVersion});
-  if (!isSupportedSnapshotVersion(evidence.sourceSnapshotSchemaVersion))
-    throw Error(Error::UnsupportedSourceSnapshotSchemaVersion{evidence.sourceSnapshotSchemaVersion});
-}
-
-void requireUniqueNodeIDs(const auto& nodes) {
-  bool isAscending = true;
-  for (std::size_t i = 1; i < nodes.size() && isAscending; ++i) isAscending = nodes[i - 1].id < nodes[i].id;
-  if (isAscending) return;
-  std::unordered_set<std::int64_t> seen;
-  for (const auto& node : nodes) {
-    if (!seen.insert(node.id).second) throw Error(Error::DuplicateNodeID{node.id});
-  }
-}
-
-/// Finds texts by their number. Numbers are dense in what we write, but need not be. The blobs must outlive it.
-class TextBlobTable {
- public:
-  template <class Blob>
-  explicit TextBlobTable(const std::vector<Blob>& blobs) {
-    for (std::size_t i = 0; i < blobs.size() && isDense_; ++i) isDense_ = std::cmp_equal(blobs[i].id, i);
-    if (isDense_) texts_.reserve(blobs.size());
-    for (const auto& blob : blobs) {
-      if (isDense_) {
-        texts_.push_back(blob.text);
-      } else if (!byID_.try_emplace(blob.id, blob.text).second) {
-        throw Error(Error::DuplicateTextBlobID{blob.id});
-      }
-    }
-  }
-
-  std::string_view text(std::int64_t id) const {
-    if (isDense_) {
-      if (std::cmp_less(id, 0) || std::cmp_greater_equal(id, texts_.size())) throw Error(Error::MissingTextBlob{id});
-      return texts_[static_cast<std::size_t>(id)];
-    }
-    const auto found = byID_.find(id);
-    if (found == byID_.end()) throw Error(Error::MissingTextBlob{id});
-    return found->second;
-  }
-
-  void require(std::int64_t id) const { text(id); }
-
- private:
-  bool isDense_ = true;
-  std::vector<std::string_view> texts_;
-  std::unordered_map<std::int64_t, std::string_view> byID_;
-};
-
-template <class Blob>
-void requireDistinctTexts(const std::vector<Blob>& blobs) {
-  bool isAscending = true;
-  for (std::size_t i = 1; i < blobs.size() && isAscending; ++i) isAscending = blobs[i - 1].text < blobs[i].text;
-  if (isAscending) return;
-  std::unordered_map<std::string_view, std::int64_t> seen;
-  for (const auto& blob : blobs) {
-    const auto [earlier, isNew] = seen.try_emplace(blob.text, blob.id);
-    if (!isNew) throw Error(Error::DuplicateTextBlobContent{earlier->second, blob.id});
-  }
-}
-
-template <class Blob>
-void requireMetadata(const std::vector<Blob>& blobs) {
-  Sha256Hasher hasher;
-  for (const auto& blob : blobs) {
-    const bool matches = std::cmp_equal(blob.utf8ByteCount, blob.text.size()) &&
-                         blob.utf16Length == utf16Length(blob.text) &&
-                         blob.sha256 == hexadecimalText(hasher.digest(blob.text));
-    if (!matches) throw Error(Error::InvalidTextBlobMetadata{blob.id});
-  }
-}
+using namespace EvidenceValidation;
 
 void requireReferencedTexts(const CanonicalAccessibilityEvidence& evidence, const TextBlobTable& texts) {
   for (const auto& node : evidence.nodes) {
@@ -145,16 +48,31 @@ std::vector<std::string_view> collectTexts(const AccessibilitySnapshot& snapshot
   return texts;
 }
 
-struct ToCanonicalValue {
-  const TextInterner& interner;
+/// The numbers of a snapshot's texts, in the order in which `collectTexts` meets them.
+class TextNumbers {
+ public:
+  explicit TextNumbers(const TextInterner& interner) : ids_(interner.ids()) {}
 
-  CanonicalAccessibilityAttributeValue operator()(const std::string& text) const {
-    return TextBlobReference{interner.id(text)};
+  std::int64_t next() { return ids_[position_++]; }
+
+  /// Passes over the texts of the nodes.
+  void skipTo(std::size_t countOfTheLast) { position_ = ids_.size() - countOfTheLast; }
+
+ private:
+  const std::vector<std::int64_t>& ids_;
+  std::size_t position_ = 0;
+};
+
+struct ToCanonicalValue {
+  TextNumbers& numbers;
+
+  CanonicalAccessibilityAttributeValue operator()(const std::string& /*text*/) const {
+    return TextBlobReference{numbers.next()};
   }
   CanonicalAccessibilityAttributeValue operator()(const std::vector<std::string>& texts) const {
     TextBlobListReference list;
     list.textBlobIDs.reserve(texts.size());
-    for (const auto& text : texts) list.textBlobIDs.push_back(interner.id(text));
+    for (std::size_t i = 0; i < texts.size(); ++i) list.textBlobIDs.push_back(numbers.next());
     return list;
   }
   CanonicalAccessibilityAttributeValue operator()(const auto& value) const { return value; }
@@ -175,48 +93,58 @@ struct ToSnapshotValue {
   AccessibilityAttributeValue operator()(const auto& value) const { return value; }
 };
 
-CanonicalAccessibilityNode toCanonicalNode(const AccessibilityNode& node, const TextInterner& interner) {
-  CanonicalAccessibilityNode result{.id = node.id,
-                                    .parentNodeID = node.parentID,
-                                    .depth = node.depth,
-                                    .role = node.role,
-                                    .subrole = node.subrole,
-                                    .frame = node.frame,
-                                    .isProtected = node.isProtected,
-                                    .attributes = {},
-                                    .relations = {}};
+/// All but the attributes. What the result has room for from an earlier node is used again.
+void assignWithoutAttributes(CanonicalAccessibilityNode& result, const AccessibilityNode& node) {
+  result.id = node.id;
+  result.parentNodeID = node.parentID;
+  result.depth = node.depth;
+  result.role = node.role;
+  result.subrole = node.subrole;
+  result.frame = node.frame;
+  result.isProtected = node.isProtected;
+  result.relations.resize(1);
+  result.relations.front().targetNodeIDs = node.childIDs;
+}
+
+CanonicalAccessibilityNode toCanonicalNode(const AccessibilityNode& node, TextNumbers& numbers) {
+  CanonicalAccessibilityNode result;
+  assignWithoutAttributes(result, node);
   result.attributes.reserve(node.attributes.size());
   for (const auto& attribute : node.attributes)
-    result.attributes.push_back({attribute.name, std::visit(ToCanonicalValue{interner}, attribute.value)});
-  result.relations.push_back({CanonicalAccessibilityRelationKind::children, node.childIDs});
+    result.attributes.push_back({attribute.name, std::visit(ToCanonicalValue{numbers}, attribute.value)});
   return result;
 }
 
-std::vector<std::int64_t> takeChildren(CanonicalAccessibilityNode& node) {
+std::vector<std::int64_t> takeChildren(std::int64_t nodeID, std::span<CanonicalAccessibilityRelation> relations) {
   CanonicalAccessibilityRelation* children = nullptr;
-  for (auto& relation : node.relations) {
+  for (auto& relation : relations) {
     if (relation.kind != CanonicalAccessibilityRelationKind::children)
-      throw Error(Error::UnsupportedRelationKind{node.id, relation.kind});
-    if (children != nullptr) throw Error(Error::DuplicateChildrenRelation{node.id});
+      throw Error(Error::UnsupportedRelationKind{nodeID, relation.kind});
+    if (children != nullptr) throw Error(Error::DuplicateChildrenRelation{nodeID});
     children = &relation;
   }
-  if (children == nullptr) throw Error(Error::MissingChildrenRelation{node.id});
+  if (children == nullptr) throw Error(Error::MissingChildrenRelation{nodeID});
   return std::move(children->targetNodeIDs);
 }
 
-AccessibilityNode toSnapshotNode(CanonicalAccessibilityNode node, const TextBlobTable& texts) {
-  AccessibilityNode result{.id = node.id,
-                           .parentID = node.parentNodeID,
-                           .childIDs = takeChildren(node),
-                           .depth = node.depth,
-                           .role = std::move(node.role),
-                           .subrole = std::move(node.subrole),
-                           .frame = node.frame,
-                           .isProtected = node.isProtected,
-                           .attributes = {}};
+/// All but the attributes.
+AccessibilityNode withoutAttributes(CanonicalAccessibilityNode node) {
+  return {.id = node.id,
+          .parentID = node.parentNodeID,
+          .childIDs = takeChildren(node.id, node.relations),
+          .depth = node.depth,
+          .role = std::move(node.role),
+          .subrole = std::move(node.subrole),
+          .frame = node.frame,
+          .isProtected = node.isProtected,
+          .attributes = {}};
+}
+
+AccessibilityNode toSnapshotNode(const CanonicalAccessibilityNode& node, const TextBlobTable& texts) {
+  AccessibilityNode result = withoutAttributes(node);
   result.attributes.reserve(node.attributes.size());
-  for (auto& attribute : node.attributes)
-    result.attributes.push_back({std::move(attribute.name), std::visit(ToSnapshotValue{texts}, attribute.value)});
+  for (const auto& attribute : node.attributes)
+    result.attributes.push_back({attribute.name, std::visit(ToSnapshotValue{texts}, attribute.value)});
   result.sortAttributes();
   return result;
 }
@@ -234,6 +162,8 @@ void requireConvertible(const AccessibilitySnapshot& snapshot) {
 
 CanonicalAccessibilityEvidence withoutNodesAndTexts(const AccessibilitySnapshot& snapshot,
                                                     const TextInterner& interner) {
+  TextNumbers numbers(interner);
+  numbers.skipTo(snapshot.issues.size() + snapshot.warnings.size());
   CanonicalAccessibilityEvidence evidence;
   evidence.sourceSnapshotSchemaVersion = snapshot.schemaVersion;
   evidence.capturedAt = {snapshot.capturedAt};
@@ -248,9 +178,9 @@ CanonicalAccessibilityEvidence withoutNodesAndTexts(const AccessibilitySnapshot&
   coverage.wasTruncated = snapshot.wasTruncated;
   coverage.truncations = snapshot.truncations;
   for (const auto& issue : snapshot.issues) {
-    coverage.issues.push_back({issue.severity, issue.code, interner.id(issue.message), issue.nodeID, issue.attribute});
+    coverage.issues.push_back({issue.severity, issue.code, numbers.next(), issue.nodeID, issue.attribute});
   }
-  for (const auto& warning : snapshot.warnings) coverage.warningTextBlobIDs.push_back(interner.id(warning));
+  for (std::size_t i = 0; i < snapshot.warnings.size(); ++i) coverage.warningTextBlobIDs.push_back(numbers.next());
   return evidence;
 }
 
@@ -289,11 +219,54 @@ std::size_t expectedFileSize(const AccessibilitySnapshot& snapshot, const TextIn
   return size;
 }
 
+template <class Record, class Member>
+std::type_identity<Member> memberTypeOf(const JsonField<Record, Member>&);
+
 /// Whether a field of a record's table has this type.
 template <class Field, class Member>
-constexpr bool isOfType =
-    std::is_same_v<Member, std::remove_cvref_t<decltype(std::declval<const CanonicalAccessibilityEvidence&>().*
-                                                        std::declval<Field>().member)>>;
+constexpr bool isOfType = std::is_same_v<Member, typename decltype(memberTypeOf(std::declval<Field>()))::type>;
+
+using CanonicalAttributes = std::vector<CanonicalAccessibilityAttribute>;
+
+/// `node` is without attributes.
+void writeNode(JsonWriter& writer, const CanonicalAccessibilityNode& node,
+               const std::vector<AccessibilityAttribute>& attributes, TextNumbers& numbers) {
+  writer.beginObject();
+  forEachSortedField<CanonicalAccessibilityNode>([&](const auto& field) {
+    if constexpr (isOfType<decltype(field), CanonicalAttributes>) {
+      writer.key(field.key);
+      writer.beginArray();
+      for (const auto& attribute : attributes)
+        writeJson(writer, AttributeInFile{attribute.name, std::visit(ToCanonicalValue{numbers}, attribute.value)});
+      writer.endArray();
+    } else {
+      detail::writeField(writer, node, field);
+    }
+  });
+  writer.endObject();
+}
+
+AccessibilityNode readNode(const JsonCursor& cursor, const TextBlobTable& texts) {
+  CanonicalAccessibilityNode rest;
+  std::vector<AccessibilityAttribute> attributes;
+  JsonMembers members(cursor);
+  forEachSortedField<CanonicalAccessibilityNode>([&](const auto& field) {
+    if constexpr (isOfType<decltype(field), CanonicalAttributes>) {
+      const JsonCursor list = members.require(field.key);
+      attributes.reserve(list.elementCount());
+      list.forEachElement([&](const JsonCursor& element) {
+        const auto attribute = readJson<AttributeInFile>(element);
+        attributes.push_back({std::string(attribute.name), std::visit(ToSnapshotValue{texts}, attribute.value)});
+      });
+    } else {
+      detail::readField(members, rest, field);
+    }
+  });
+  AccessibilityNode node = withoutAttributes(std::move(rest));
+  node.attributes = std::move(attributes);
+  node.sortAttributes();
+  return node;
+}
 
 }  // namespace
 
@@ -303,9 +276,16 @@ CanonicalAccessibilityEvidence makeEvidence(const AccessibilitySnapshot& snapsho
   CanonicalAccessibilityEvidence evidence = withoutNodesAndTexts(snapshot, interner);
   Sha256Hasher hasher;
   evidence.textBlobs.reserve(interner.texts().size());
-  for (std::size_t i = 0; i < interner.texts().size(); ++i) evidence.textBlobs.push_back(interner.makeBlob(i, hasher));
+  for (const std::string_view text : interner.texts()) {
+    evidence.textBlobs.push_back({.id = std::ssize(evidence.textBlobs),
+                                  .sha256 = hexadecimalText(hasher.digest(text)),
+                                  .utf8ByteCount = std::ssize(text),
+                                  .utf16Length = utf16Length(text),
+                                  .text = std::string(text)});
+  }
+  TextNumbers numbers(interner);
   evidence.nodes.reserve(snapshot.nodes.size());
-  for (const auto& node : snapshot.nodes) evidence.nodes.push_back(toCanonicalNode(node, interner));
+  for (const auto& node : snapshot.nodes) evidence.nodes.push_back(toCanonicalNode(node, numbers));
   return evidence;
 }
 
@@ -352,12 +332,24 @@ std::string encodeSnapshot(const AccessibilitySnapshot& snapshot) {
     if constexpr (isOfType<decltype(field), std::vector<CanonicalAccessibilityNode>>) {
       writer.key(field.key);
       writer.beginArray();
-      for (const auto& node : snapshot.nodes) writeJson(writer, toCanonicalNode(node, interner));
+      TextNumbers numbers(interner);
+      CanonicalAccessibilityNode scratch;
+      for (const auto& node : snapshot.nodes) {
+        assignWithoutAttributes(scratch, node);
+        writeNode(writer, scratch, node.attributes, numbers);
+      }
       writer.endArray();
     } else if constexpr (isOfType<decltype(field), std::vector<CanonicalAccessibilityTextBlob>>) {
       writer.key(field.key);
       writer.beginArray();
-      for (std::size_t i = 0; i < interner.texts().size(); ++i) writeJson(writer, interner.makeBlob(i, hasher));
+      for (std::int64_t id = 0; const std::string_view text : interner.texts()) {
+        const auto digits = hexadecimalDigits(hasher.digest(text));
+        writeJson(writer, TextBlobInFile{.id = id++,
+                                         .sha256 = {digits.data(), digits.size()},
+                                         .utf8ByteCount = std::ssize(text),
+                                         .utf16Length = utf16Length(text),
+                                         .text = text});
+      }
       writer.endArray();
     } else {
       detail::writeField(writer, rest, field);
@@ -392,13 +384,10 @@ AccessibilitySnapshot decodeSnapshot(const JsonCursor& root) {
   requireMetadata(blobs);
   AccessibilitySnapshot snapshot = withoutNodes(rest, texts);
   snapshot.nodes.reserve(nodes->elementCount());
-  nodes->forEachElement([&](const JsonCursor& node) {
-    snapshot.nodes.push_back(toSnapshotNode(readJson<CanonicalAccessibilityNode>(node), texts));
-  });
+  nodes->forEachElement([&](const JsonCursor& node) { snapshot.nodes.push_back(readNode(node, texts)); });
   requireUniqueNodeIDs(snapshot.nodes);
   snapshot.deriveFields();
   return snapshot;
 }
 
-}  // namespace CanonicalAccessibilityEvidenceCodec
-}  // namespace quillo
+}  // namespace quillo::CanonicalAccessibilityEvidenceCodec

@@ -3,11 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
-
-#include "QuilloCore/Artifacts/CanonicalAccessibilityEvidence.h"
-#include "QuilloCore/Support/Sha256.h"
 
 namespace quillo {
 
@@ -17,17 +13,14 @@ class TextInterner {
  public:
   explicit TextInterner(const std::vector<std::string_view>& strings);
 
-  /// The number of one of the texts.
-  std::int64_t id(std::string_view text) const { return ids_.at(text); }
+  /// The number of each of the strings, in the order in which they were given.
+  const std::vector<std::int64_t>& ids() const { return ids_; }
 
   /// Every distinct text, in the order of the numbers.
   const std::vector<std::string_view>& texts() const { return texts_; }
 
-  /// One of the texts with its digest and lengths.
-  CanonicalAccessibilityTextBlob makeBlob(std::size_t number, Sha256Hasher& hasher) const;
-
  private:
-  std::unordered_map<std::string_view, std::int64_t> ids_;
+  std::vector<std::int64_t> ids_;
   std::vector<std::string_view> texts_;
 };
 

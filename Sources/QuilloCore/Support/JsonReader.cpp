@@ -5,6 +5,7 @@
 
 #include <bit>
 #include <cmath>
+#include <mutex>
 #include <utility>
 
 #include "QuilloCore/Support/JsonErrorLocation.h"
@@ -152,12 +153,13 @@ std::optional<JsonCursor> JsonMembers::find(std::string_view key) {
   // What has been passed is less than the key, so that the first equal one is the first of all.
   while (iteration_.next != iteration_.end) {
     auto position = std::bit_cast<simdjson::dom::object::iterator>(iteration_.next);
-    const int order = position.key().compare(key);
-    if (order > 0) break;
+    const std::string_view found = position.key();
+    const bool isWanted = found == key;  // nearly always, and told sooner than the order
+    if (!isWanted && found > key) break;
     const element value = position.value();
     ++position;
     iteration_.next = std::bit_cast<JsonCursor::Handle>(position);
-    if (order == 0) return JsonCursor(std::bit_cast<JsonCursor::Handle>(value), &object_, key, 0);
+    if (isWanted) return JsonCursor(std::bit_cast<JsonCursor::Handle>(value), &object_, key, 0);
   }
   return object_.find(key);
 }
@@ -172,10 +174,47 @@ struct JsonDocument::Storage {
   element root;
 };
 
+namespace {
+
+/// The parser of the last document, for the next one: two thirds of the time that a large text takes go into the memory
+/// that the system hands out and clears. That of very large texts is given back.
+template <class Storage>
+class SpareStorage {
+ public:
+  std::unique_ptr<Storage> take() {
+    const std::scoped_lock guard(lock_);
+    return spare_ ? std::move(spare_) : std::make_unique<Storage>();
+  }
+
+  void giveBack(std::unique_ptr<Storage> storage) {
+    constexpr std::size_t largestKept = std::size_t{16} * 1024 * 1024;
+    if (!storage || storage->parser.capacity() > largestKept) return;
+    const std::scoped_lock guard(lock_);
+    if (!spare_ || spare_->parser.capacity() < storage->parser.capacity()) spare_.swap(storage);
+  }
+
+ private:
+  std::mutex lock_;
+  std::unique_ptr<Storage> spare_;
+};
+
+template <class Storage>
+SpareStorage<Storage>& spareStorage() {
+  static SpareStorage<Storage> spare;
+  return spare;
+}
+
+}  // namespace
+
 JsonDocument::JsonDocument(std::unique_ptr<Storage> storage) : storage_(std::move(storage)) {}
 JsonDocument::JsonDocument(JsonDocument&&) noexcept = default;
-JsonDocument& JsonDocument::operator=(JsonDocument&&) noexcept = default;
-JsonDocument::~JsonDocument() = default;
+JsonDocument::~JsonDocument() {
+  spareStorage<Storage>().giveBack(std::move(storage_));
+}
+JsonDocument& JsonDocument::operator=(JsonDocument&& other) noexcept {
+  std::swap(storage_, other.storage_);
+  return *this;
+}
 
 JsonDocument JsonDocument::parse(std::string_view text) {
   return parse(text, false);
@@ -186,10 +225,12 @@ JsonDocument JsonDocument::parseInPlace(const std::string& text) {
 }
 
 JsonDocument JsonDocument::parse(std::string_view text, bool isPadded) {
-  auto storage = std::make_unique<Storage>();
+  auto storage = spareStorage<Storage>().take();
   if (text.data() == nullptr) text = "";  // the parser copies even nothing, and not from nowhere
+  auto failure = simdjson::SUCCESS;
   // The parser counts the document itself as a level.
-  auto failure = storage->parser.allocate(text.size(), maximumDepth + 1);
+  if (storage->parser.capacity() < text.size() || storage->parser.max_depth() != maximumDepth + 1)
+    failure = storage->parser.allocate(text.size(), maximumDepth + 1);
   if (failure == simdjson::SUCCESS)
     failure = storage->parser.parse(text.data(), text.size(), !isPadded).get(storage->root);
   if (failure != simdjson::SUCCESS) throw locateJsonError(text, maximumDepth, simdjson::error_message(failure));

@@ -27,15 +27,20 @@ struct Sha256Hasher::Context {
   std::unique_ptr<EVP_MD_CTX, FreeContext> value{EVP_MD_CTX_new()};
 };
 
-std::string hexadecimalText(const Sha256Digest& digest) {
+std::array<char, 64> hexadecimalDigits(const Sha256Digest& digest) {
   static constexpr std::string_view digits = "0123456789abcdef";
-  std::string text(2 * digest.size(), '0');
+  std::array<char, 64> text{};
   char* digit = text.data();
   for (const std::uint8_t byte : digest) {
     *digit++ = digits[byte >> 4U];
     *digit++ = digits[byte & 0xFU];
   }
   return text;
+}
+
+std::string hexadecimalText(const Sha256Digest& digest) {
+  const auto digits = hexadecimalDigits(digest);
+  return {digits.data(), digits.size()};
 }
 
 Sha256Hasher::Sha256Hasher() : context_(std::make_unique<Context>()) {

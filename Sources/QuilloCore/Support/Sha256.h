@@ -11,6 +11,7 @@ namespace quillo {
 using Sha256Digest = std::array<std::uint8_t, 32>;
 
 /// 64 lower-case hexadecimal digits.
+std::array<char, 64> hexadecimalDigits(const Sha256Digest& digest);
 std::string hexadecimalText(const Sha256Digest& digest);
 
 /// Computes SHA-256 digests one after the other; reuses its context, because setting one up costs more than a short
