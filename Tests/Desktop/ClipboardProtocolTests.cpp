@@ -197,6 +197,22 @@ TEST_F(Clipboard, ownerWithoutAnythingReadableMakesTheSnapshotIncomplete) {
   }
 }
 
+// Its toolkit would end it for writing to a window that is gone.
+TEST_F(Clipboard, ownerThatWakesLateLivesOn) {
+  const RunningProgram owner(
+      {"xclip", "-quiet", "-selection", "clipboard", "-in", writeFile("late.txt", noise(3'000))});
+  ASSERT_TRUE(eventually([&] { return captureSnapshot().items.size() == 1; }));
+  X11Pasteboard impatient(X11SelectionLimits{.type = std::chrono::milliseconds(100)});
+  SystemPasteboardSession session(impatient, writer_);
+  owner.signal(SIGSTOP);
+  EXPECT_FALSE(wait([&] { return session.captureSnapshot(); }).isComplete());
+  owner.signal(SIGCONT);
+  // It answers in order: the late answer first.
+  const PasteboardSnapshot snapshot = captureSnapshot();
+  ASSERT_EQ(snapshot.items.size(), 1U);
+  EXPECT_TRUE(snapshot.isComplete());
+}
+
 TEST_F(Clipboard, readingIsBoundedInSize) {
   X11Pasteboard small(X11SelectionLimits{.bytes = 1000});
   SystemPasteboardSession session(small, writer_);

@@ -14,6 +14,9 @@ namespace {
 /// No owner offers more; one that does is not taken at its word.
 constexpr std::size_t mostTargets = 1024;
 
+/// Owners that never answer are few.
+constexpr std::size_t mostLeftWindows = 32;
+
 constexpr std::string_view targetsName = "TARGETS";
 
 }  // namespace
@@ -32,6 +35,7 @@ void X11SelectionReader::begin(Result result, std::uint32_t time) {
 
 void X11SelectionReader::ask(std::uint32_t target) {
   asked_ = target;
+  isOwed_ = true;
   isIncremental_ = false;
   arrived_ = {};
   typeDeadline_ = std::min(endDeadline_, Clock::now() + limits_.type);
@@ -39,7 +43,9 @@ void X11SelectionReader::ask(std::uint32_t target) {
 }
 
 void X11SelectionReader::handleAnswer(const xcb_selection_notify_event_t& answer) {
+  meetLateOwner(answer.requestor, false);
   if (!isReading() || answer.requestor != window_ || answer.target != asked_ || isIncremental_) return;
+  isOwed_ = false;
   if (answer.property == XCB_ATOM_NONE) return settle(Answer::refused);
   X11Property property = display_.property(window_, display_.arrival(), bytesLeft_, X11PropertyReading::remove);
   // The owner says that it has answered, and has not.
@@ -48,6 +54,7 @@ void X11SelectionReader::handleAnswer(const xcb_selection_notify_event_t& answer
   if (property.type != display_.incremental()) return take(std::move(property));
 
   // Removing the announcement has asked for the first piece.
+  isOwed_ = true;
   const std::vector<std::uint32_t> announcement = property.words();
   announcedBytes_ = announcement.empty() ? 0 : announcement.front();
   if (announcedBytes_ > bytesLeft_) return settle(Answer::failed);
@@ -55,6 +62,7 @@ void X11SelectionReader::handleAnswer(const xcb_selection_notify_event_t& answer
 }
 
 void X11SelectionReader::handlePropertySet(std::uint32_t window, std::uint32_t property) {
+  meetLateOwner(window, true);
   if (!isReading() || !isIncremental_ || window != window_ || property != display_.arrival()) return;
   const std::size_t left = bytesLeft_ - arrived_.data.size();
   X11Property piece = display_.property(window_, property, left, X11PropertyReading::remove);
@@ -67,6 +75,7 @@ void X11SelectionReader::handlePropertySet(std::uint32_t window, std::uint32_t p
     arrived_.data += piece.data;
     return;
   }
+  isOwed_ = false;
   if (arrived_.data.size() < announcedBytes_) return settle(Answer::failed);  // torn off
   if (arrived_.type == XCB_ATOM_NONE) arrived_ = std::move(piece);
   take(std::exchange(arrived_, {}));
@@ -136,10 +145,23 @@ void X11SelectionReader::finish() {
 }
 
 void X11SelectionReader::close() {
-  display_.destroyWindow(window_);
+  leaveWindow();
   result_.reset();
   types_.clear();
   arrived_ = {};
+}
+
+void X11SelectionReader::leaveWindow() {
+  if (!std::exchange(isOwed_, false)) return display_.destroyWindow(window_);
+  leftWindows_.push_back({window_, isIncremental_});
+  if (leftWindows_.size() <= mostLeftWindows) return;
+  display_.destroyWindow(leftWindows_.front().window);
+  leftWindows_.pop_front();
+}
+
+/// Once it has told of its answer, or written a piece, it writes nothing more before somebody takes that.
+void X11SelectionReader::meetLateOwner(std::uint32_t window, bool isPiece) {
+  if (std::erase(leftWindows_, LeftWindow{window, isPiece}) != 0) display_.destroyWindow(window);
 }
 
 std::optional<X11SelectionReader::Clock::time_point> X11SelectionReader::deadline() const {

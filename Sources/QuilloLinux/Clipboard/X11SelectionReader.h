@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -23,7 +24,8 @@ struct X11SelectionLimits {
 };
 
 /// Reads all that another program offers on the clipboard, one type after the other. The first type that fails ends the
-/// reading, as the clipboard could not be put back anyway: it and all that follow count as failed.
+/// reading, as the clipboard could not be put back anyway: it and all that follow count as failed. A window that the
+/// owner may still write to is left to it, because writing to one that is gone ends most programs.
 class X11SelectionReader {
  public:
   using Clock = std::chrono::steady_clock;
@@ -62,6 +64,8 @@ class X11SelectionReader {
   void failTheRest();
   void finish();
   void close();
+  void leaveWindow();
+  void meetLateOwner(std::uint32_t window, bool isPiece);
 
   X11SelectionDisplay& display_;
   X11SelectionLimits limits_;
@@ -69,6 +73,14 @@ class X11SelectionReader {
   std::uint32_t window_ = 0;  ///< of this reading alone, so that late answers of an earlier one go astray
   std::uint32_t time_ = 0;
   std::uint32_t asked_ = 0;
+  bool isOwed_ = false;  ///< an answer, or the rest of one: the owner may still write to the window
+
+  struct LeftWindow {
+    std::uint32_t window;
+    bool awaitsPiece;  ///< rather than an answer
+    friend bool operator==(const LeftWindow&, const LeftWindow&) = default;
+  };
+  std::deque<LeftWindow> leftWindows_;  ///< of earlier readings that are owed one
   Clock::time_point typeDeadline_;
   Clock::time_point endDeadline_;
   std::size_t bytesLeft_ = 0;
