@@ -24,10 +24,15 @@ class X11Clipboard {
  public:
   using Clock = std::chrono::steady_clock;
 
-  explicit X11Clipboard(X11SelectionLimits limits) : reader_(display_, limits) {}
+  /// The change count begins at `firstChangeCount`.
+  X11Clipboard(X11SelectionLimits limits, std::uint64_t firstChangeCount)
+      : reader_(display_, limits), changeCount_(firstChangeCount) {}
 
   int fileDescriptor() const;
   bool isLost() const { return display_.isLost(); }
+
+  /// As of the last event that was handled; asks nobody.
+  std::uint64_t knownChangeCount() const { return changeCount_; }
 
   /// Acts on all events that have arrived; returns whether there were any.
   bool handleEvents();
@@ -66,7 +71,7 @@ class X11Clipboard {
   X11SelectionDisplay display_;
   X11SelectionOwner owner_{display_};
   X11SelectionReader reader_;
-  std::uint64_t changeCount_ = 0;
+  std::uint64_t changeCount_;
   std::uint32_t serverTime_ = 0;
   bool isOurs_ = false;
   PasteboardUse use_ = PasteboardUse::offered;

@@ -125,11 +125,23 @@ class X11Pasteboard::Thread {
 
   Outcome<X11Clipboard*> clipboard() {
     try {
-      if (!clipboard_) clipboard_ = std::make_unique<X11Clipboard>(limits_);
-      if (clipboard_->isLost()) throw PasteboardError(PasteboardError::DisplayLost{});
+      if (clipboard_ && clipboard_->isLost()) replaceLost();
+      if (!clipboard_) clipboard_ = std::make_unique<X11Clipboard>(limits_, 0);
       return clipboard_.get();
     } catch (const PasteboardError&) {
       return std::unexpected(std::current_exception());
+    }
+  }
+
+  /// The display may be there again. What was known of its clipboard is not: no change count of before comes back, so
+  /// that nobody takes what is there now for what was there then.
+  void replaceLost() {
+    const auto lost = std::make_exception_ptr(PasteboardError(PasteboardError::DisplayLost{}));
+    clipboard_->failAll(lost);
+    try {
+      clipboard_ = std::make_unique<X11Clipboard>(limits_, clipboard_->knownChangeCount() + 1);
+    } catch (const PasteboardError&) {
+      std::rethrow_exception(lost);
     }
   }
 
