@@ -1,5 +1,6 @@
 #include "QuilloApp/Library/FeedPane.h"
 
+#include <QAction>
 #include <QDate>
 #include <QEvent>
 #include <QItemSelectionModel>
@@ -44,7 +45,10 @@ void FeedPane::makeControls() {
   search_->setPlaceholderText(tr("Search captures"));
   search_->setToolTip(tr("Searches titles, notes, applications and everything that was captured"));
   search_->setClearButtonEnabled(true);
-  search_->addAction(symbolIcon("magnifyingglass"), QLineEdit::LeadingPosition);
+  search_->addAction(symbolIcon("magnifyingglass"), QLineEdit::LeadingPosition)->setText(tr("Search captures"));
+  // The toolkit gives its button no name.
+  if (auto* clear = search_->findChild<QAction*>(QStringLiteral("_q_qlineeditclearaction")))
+    clear->setText(tr("Clear search"));
 
   filter_->setObjectName(QStringLiteral("applicationFilter"));
   filter_->setAccessibleName(tr("Application"));
