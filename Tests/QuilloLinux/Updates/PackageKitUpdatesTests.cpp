@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <cstdio>
 #include <optional>
 #include <string>
@@ -61,9 +62,9 @@ class PackageService {
     return text.substr(0, text.find('\n'));
   }
 
-  std::vector<std::string> readLines(int count) {
-    std::vector<std::string> lines;
-    for (int i = 0; i < count; ++i) lines.push_back(readLine());
+  std::vector<std::string> readLines(std::size_t count) {
+    std::vector<std::string> lines(count);
+    for (std::string& line : lines) line = readLine();
     return lines;
   }
 
