@@ -95,6 +95,9 @@ AccessibilityLedger::AccessibilityLedger(std::shared_ptr<const InterfaceObservat
   levels.reserve(elements.size());
   std::vector<std::size_t> childCounts(elements.size() + 1);
   for (const InterfaceElement& element : elements) {
+    // The root that stands for the application alone was made up, and says nothing.
+    if (!element.sourceNodeID && element.id == observation_->rootElementID && element.id == "application-root")
+      continue;
     Line line{.element = &element, .value = ledgerValue(element), .frame = visibleFrame(element)};
     if (element.parentID) {
       // Only a parent that stands before is one, so no line can be its own ancestor.

@@ -14,9 +14,10 @@
 
 namespace quillo {
 
-/// The captured accessibility context as lines of a tree: one line for each element, numbered in the observation's
-/// order. It holds for any observation that could be decoded, however deep or wrong: an element whose parent does not
-/// stand before it is a line of the outermost level. Immutable once made, so that it can be made on any thread.
+/// The captured accessibility context as lines of a tree: one line for each captured element, numbered in the
+/// observation's order. It holds for any observation that could be decoded, however deep or wrong: an element whose
+/// parent does not stand before it is a line of the outermost level. Immutable once made, so that it can be made on any
+/// thread.
 class AccessibilityLedger {
  public:
   /// What is nested deeper is shown at this level, one line after the other: no window could indent it.

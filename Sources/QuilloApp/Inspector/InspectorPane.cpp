@@ -1,62 +1,31 @@
 #include "QuilloApp/Inspector/InspectorPane.h"
 
 #include <QDateTime>
-#include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLocale>
-#include <QSplitter>
+#include <QResizeEvent>
 #include <QVBoxLayout>
 #include <chrono>
 #include <initializer_list>
 #include <utility>
 
+#include "QuilloApp/Inspector/CoverageBanner.h"
+#include "QuilloApp/Inspector/CoverageSummary.h"
+#include "QuilloApp/Inspector/FolioLayout.h"
+#include "QuilloApp/Inspector/LedgerPane.h"
+#include "QuilloApp/Inspector/LedgerWords.h"
+#include "QuilloApp/Inspector/PastePreview.h"
+#include "QuilloApp/Inspector/ScreenshotPane.h"
 #include "QuilloApp/Inspector/ScreenshotView.h"
-#include "QuilloApp/Interface/QuietText.h"
-#include "QuilloApp/Interface/Symbols.h"
-#include "QuilloApp/Interface/Thumbnails.h"
+#include "QuilloApp/Interface/QuietLabel.h"
 #include "QuilloCore/Artifacts/ArtifactPasteTextRenderer.h"
 
 namespace quillo {
 namespace {
 
-constexpr int unit = 8;
-constexpr qsizetype attachmentLimit = 5000;  ///< characters from which chat fields have been seen to do so
+using folio::unit;
 
-QLabel* quietLabel(QWidget* parent, const QString& objectName) {
-  auto* label = new QLabel(parent);
-  label->setObjectName(objectName);
-  label->setTextFormat(Qt::PlainText);
-  QPalette palette = label->palette();
-  palette.setColor(QPalette::WindowText, quietTextColor(palette, QPalette::WindowText, QPalette::Window));
-  label->setPalette(palette);
-  return label;
-}
-
-QLabel* headingFor(QWidget* field, const QString& text) {
-  auto* label = new QLabel(text, field->parentWidget());
-  QFont bold = label->font();
-  bold.setBold(true);
-  label->setFont(bold);
-  label->setBuddy(field);
-  return label;
-}
-
-/// A part of the splitter: its widgets one below the other.
-QWidget* column(QWidget* parent, std::initializer_list<QWidget*> widgets) {
-  auto* part = new QWidget(parent);
-  auto* layout = new QVBoxLayout(part);
-  layout->setContentsMargins(0, unit, 0, unit);
-  layout->setSpacing(unit / 2);
-  for (QWidget* widget : widgets) layout->addWidget(widget);
-  return part;
-}
-
-QPushButton* button(QWidget* parent, const char* objectName, const QString& text, std::string_view symbol) {
-  auto* made = new QPushButton(symbolIcon(symbol), text, parent);
-  made->setObjectName(QString::fromLatin1(objectName));
-  made->setAutoDefault(false);
-  return made;
-}
+constexpr int widthForTwoColumns = 64 * unit;
 
 QString whenCaptured(Date date, const QLocale& locale) {
   const auto milliseconds = std::chrono::floor<std::chrono::milliseconds>(date.time_since_epoch()).count();
@@ -68,108 +37,176 @@ void setDraft(QPlainTextEdit& field, const QString& text) {
   if (field.toPlainText() != text) field.setPlainText(text);
 }
 
-}  // namespace
-
-QString describePasteText(const QString& text, const QLocale& locale) {
-  // Four characters a token is what language models' own counts come to in English text.
-  const qsizetype count = text.size();
-  QString words = InspectorPane::tr("%1 characters, about %2 tokens")
-                      .arg(locale.toString(static_cast<qlonglong>(count)), locale.toString((count + 3) / 4));
-  if (count > attachmentLimit) words += InspectorPane::tr(". Chat fields may turn it into an attachment.");
-  return words;
+/// Where the window stood: what is known of it, else the outermost element that has a place.
+std::optional<ArtifactRect> windowFrame(const OpenArtifact& open) {
+  if (const auto& frame = open.stored.manifest.source.windowFrame) return frame;
+  for (const InterfaceElement& element : open.contents->interfaceObservation.elements) {
+    if (element.role == InterfaceSemanticRole::window && element.bounds) return element.bounds;
+  }
+  return std::nullopt;
 }
 
-InspectorPane::InspectorPane(QuilloModel& model, Thumbnails& thumbnails, QWidget* parent)
-    : QWidget(parent),
-      model_(model),
-      title_(new QLineEdit(this)),
-      source_(quietLabel(this, QStringLiteral("source"))),
-      screenshot_(new ScreenshotView(thumbnails, this)),
-      note_(new QPlainTextEdit(this)),
-      previewSize_(quietLabel(this, QStringLiteral("previewSize"))),
-      preview_(new QPlainTextEdit(this)),
-      saveState_(quietLabel(this, QStringLiteral("saveState"))),
-      copy_(button(this, "copy", tr("&Copy"), "doc.on.doc")),
-      reveal_(button(this, "reveal", tr("Show &Files"), "folder")),
-      trash_(button(this, "trash", tr("Move to &Trash"), "trash")) {
+}  // namespace
+
+InspectorPane::InspectorPane(QuilloModel& model, TaskGroup& tasks, QWidget* parent)
+    : QWidget(parent), model_(model), reader_(tasks) {
+  makeFolio();
+  connectParts();
+  QWidget* former = title_;
+  for (QWidget* next : std::initializer_list<QWidget*>{note_, pages_, picture_, copy_, reveal_, trash_})
+    setTabOrder(std::exchange(former, next), next);
+  update(QuilloModelChanges::everything());
+}
+
+void InspectorPane::makeFolio() {
+  window_ = new QSplitter(Qt::Horizontal, this);
+  window_->setObjectName(QStringLiteral("windowParts"));
+  window_->setChildrenCollapsible(false);
+  window_->setHandleWidth(unit);
+  window_->setContentsMargins(0, unit, 0, 0);
+  screenshot_ = new ScreenshotPane(window_);
+  picture_ = &screenshot_->view();
+  ledger_ = new LedgerPane(window_);
+  ledger_->setObjectName(QStringLiteral("ledgerPane"));
+  window_->addWidget(screenshot_);
+  window_->addWidget(ledger_);
+  window_->setSizes({1000, 1000});
+  pages_ = new QTabWidget(this);
+  pages_->setObjectName(QStringLiteral("pages"));
+  pages_->setAccessibleName(tr("What was captured"));
+  pages_->setDocumentMode(true);
+  pages_->addTab(window_, tr("Captured &window"));
+  pages_->addTab(makePastePage(), tr("What is &pasted"));
+
+  auto* parts = new QSplitter(Qt::Vertical, this);
+  parts->setObjectName(QStringLiteral("inspectorParts"));
+  parts->setChildrenCollapsible(false);
+  parts->setHandleWidth(unit);
+  parts->addWidget(makeHead(parts));
+  parts->addWidget(pages_);
+  parts->setStretchFactor(1, 1);
+  parts->setSizes({1, 1000});  // the note begins with a few lines; whoever writes more pulls it open
+
+  saveState_ = new QuietLabel(QStringLiteral("saveState"), this);
+  saveState_->setAccessibleName(tr("Whether changes are saved"));
+  saveState_->setWordWrap(true);
+  copy_ = folio::makeButton(this, QStringLiteral("copy"), tr("&Copy"), "doc.on.doc");
+  reveal_ = folio::makeButton(this, QStringLiteral("reveal"), tr("Show &Files"), "folder");
+  trash_ = folio::makeButton(this, QStringLiteral("trash"), tr("Move to &Trash"), "trash");
+  auto* buttons = new QHBoxLayout;
+  buttons->setSpacing(unit);
+  buttons->addWidget(saveState_, 1);
+  for (QPushButton* each : {copy_, reveal_, trash_}) buttons->addWidget(each);
+
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(2 * unit, 2 * unit, 2 * unit, unit);
+  layout->setSpacing(unit);
+  layout->addWidget(parts, 1);
+  layout->addLayout(buttons);
+}
+
+QWidget* InspectorPane::makeHead(QWidget* parent) {
+  auto* head = new QWidget(parent);
+  title_ = new QLineEdit(head);
   title_->setObjectName(QStringLiteral("title"));
   title_->setAccessibleName(tr("Title"));
   title_->setPlaceholderText(tr("Title"));
-  screenshot_->setObjectName(QStringLiteral("screenshot"));
-  screenshot_->setAccessibleName(tr("Screenshot"));
+  QFont large = title_->font();
+  large.setPointSizeF(large.pointSizeF() * 1.3);
+  large.setBold(true);
+  title_->setFont(large);
+  source_ = new QuietLabel(QStringLiteral("source"), head);
+  source_->setWordWrap(true);
+  coverage_ = new CoverageBanner(head);
+  note_ = new QPlainTextEdit(head);
   note_->setObjectName(QStringLiteral("annotations"));
   note_->setAccessibleName(tr("Intent and corrections"));
   note_->setPlaceholderText(tr("What is this capture for? What did Quillo get wrong?"));
   note_->setTabChangesFocus(true);
+  note_->setMinimumHeight(7 * unit);
+
+  auto* titleLine = new QHBoxLayout;
+  titleLine->setSpacing(unit);
+  titleLine->addWidget(folio::makeHeading(title_, tr("T&itle")));
+  titleLine->addWidget(title_, 1);
+  auto* layout = new QVBoxLayout(head);
+  layout->setContentsMargins(0, 0, 0, unit / 2);
+  layout->setSpacing(unit / 2);
+  layout->addLayout(titleLine);
+  layout->addWidget(source_);
+  layout->addWidget(coverage_);
+  layout->addWidget(folio::makeHeading(note_, tr("Intent and c&orrections")));
+  layout->addWidget(note_, 1);
+  return head;
+}
+
+QWidget* InspectorPane::makePastePage() {
+  auto* page = new QWidget(pages_);
+  preview_ = new PastePreview(page);
   preview_->setObjectName(QStringLiteral("pastePreview"));
   preview_->setAccessibleName(tr("Paste preview"));
-  preview_->setReadOnly(true);
-  preview_->setTabChangesFocus(true);
-  preview_->setUndoRedoEnabled(false);
-  preview_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  buildTop();
+  previewSize_ = new QuietLabel(QStringLiteral("previewSize"), page);
+  previewSize_->setWordWrap(true);
+  auto* layout = new QVBoxLayout(page);
+  layout->setContentsMargins(0, unit, 0, 0);
+  layout->setSpacing(unit / 2);
+  layout->addWidget(previewSize_);
+  layout->addWidget(preview_, 1);
+  return page;
+}
 
+void InspectorPane::connectParts() {
   connect(title_, &QLineEdit::textEdited, this,
           [this](const QString& text) { model_.setDraftTitle(text.toStdString()); });
   connect(note_, &QPlainTextEdit::textChanged, this, [this] {
     const std::string text = note_->toPlainText().toStdString();
     if (text != model_.state().draftAnnotations) model_.setDraftAnnotations(text);
   });
-  QWidget* former = title_;
-  for (QWidget* next : std::initializer_list<QWidget*>{note_, preview_, copy_, reveal_, trash_})
-    setTabOrder(std::exchange(former, next), next);
-  update(QuilloModelChanges::everything());
-}
-
-void InspectorPane::buildTop() {
-  QFont large = title_->font();
-  large.setPointSizeF(large.pointSizeF() * 1.3);
-  large.setBold(true);
-  title_->setFont(large);
-  QLabel* titleHeading = headingFor(title_, tr("T&itle"));
-  QLabel* noteHeading = headingFor(note_, tr("Intent and c&orrections"));
-  QLabel* previewHeading = headingFor(preview_, tr("What is &pasted"));
-
-  auto* splitter = new QSplitter(Qt::Vertical, this);
-  splitter->setObjectName(QStringLiteral("inspectorParts"));
-  splitter->setChildrenCollapsible(false);
-  splitter->setHandleWidth(unit);
-  splitter->addWidget(column(this, {screenshot_}));
-  splitter->addWidget(column(this, {noteHeading, note_}));
-  splitter->addWidget(column(this, {previewHeading, preview_, previewSize_}));
-  splitter->setSizes({280, 120, 240});
-  splitter->setStretchFactor(0, 2);
-  splitter->setStretchFactor(2, 2);
-
-  auto* buttons = new QHBoxLayout;
-  buttons->setSpacing(unit);
-  buttons->addWidget(saveState_, 1);
-  for (QPushButton* each : {copy_, reveal_, trash_}) buttons->addWidget(each);
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(2 * unit, 2 * unit, 2 * unit, unit);
-  layout->setSpacing(unit / 2);
-  layout->addWidget(titleHeading);
-  layout->addWidget(title_);
-  layout->addWidget(source_);
-  layout->addWidget(splitter, 1);
-  layout->addLayout(buttons);
+  connect(&reader_, &ArtifactReader::ledgerRead, this, [this](std::shared_ptr<const AccessibilityLedger> read) {
+    ledger_->setLedger(std::move(read), tr("Nothing of the window's text was captured."));
+  });
+  connect(&reader_, &ArtifactReader::pictureRead, this, [this](const std::shared_ptr<const CapturedPicture>& read) {
+    if (!read) return picture_->showMessage(tr("The screenshot cannot be read."));
+    picture_->setPicture(read, windowFrame_ ? PicturePlace(*windowFrame_, read->size()) : PicturePlace());
+    showLine(ledger_->selectedLine());
+  });
+  connect(ledger_, &LedgerPane::lineSelected, this, &InspectorPane::showLine);
+  connect(ledger_, &LedgerPane::linePointed, this, [this](std::int32_t line) {
+    picture_->setPointed(line < 0 ? std::nullopt : ledger_->ledger()->line(line).frame);
+  });
+  const auto lineAt = [this](const ArtifactPoint& point) {
+    return ledger_->ledger() != nullptr ? ledger_->ledger()->lineAt(point) : std::nullopt;
+  };
+  connect(picture_, &ScreenshotView::clicked, this, [this, lineAt](const ArtifactPoint& point) {
+    if (const auto line = lineAt(point)) ledger_->selectLine(*line);
+  });
+  connect(picture_, &ScreenshotView::pointedAt, this, [this, lineAt](const ArtifactPoint& point) {
+    const auto line = lineAt(point);
+    picture_->setPointed(line ? ledger_->ledger()->line(*line).frame : std::nullopt);
+    ledger_->setPointed(line.value_or(-1));
+  });
+  connect(picture_, &ScreenshotView::pointingEnded, this, [this] {
+    picture_->setPointed(std::nullopt);
+    ledger_->setPointed(-1);
+  });
 }
 
 void InspectorPane::update(QuilloModelChanges changes) {
   using Field = QuilloModelField;
   const QuilloModelState& state = model_.state();
-  if (changes.contains(Field::selectedArtifact) && state.selectedArtifact) {
-    const ArtifactManifest& manifest = state.selectedArtifact->stored.manifest;
-    screenshot_->setScreenshot(QString::fromStdString(state.selectedArtifact->stored.screenshotPath().string()));
-    const QLocale locale;
-    source_->setText(tr("%1  ·  %2  ·  %3 elements")
-                         .arg(QString::fromStdString(manifest.source.applicationName).simplified(),
-                              whenCaptured(manifest.createdAt, locale),
-                              locale.toString(static_cast<qlonglong>(manifest.nodeCount))));
+  if (changes.contains(Field::selectedArtifact)) {
+    if (state.selectedArtifact) {
+      showArtifact(*state.selectedArtifact);
+    } else {
+      reader_.cancel();
+      contents_.reset();
+      ledger_->setLedger(nullptr);
+      picture_->showMessage({});
+    }
   }
   const QString title = QString::fromStdString(state.draftTitle);
   if (title_->text() != title) title_->setText(title);
-  setDraft(*note_, QString::fromStdString(state.draftAnnotations));
+  if (changes.contains(Field::draftAnnotations)) setDraft(*note_, QString::fromStdString(state.draftAnnotations));
   if (changes.contains(Field::selectedArtifact) || changes.contains(Field::draftTitle) ||
       changes.contains(Field::draftAnnotations))
     updatePreview();
@@ -182,24 +219,53 @@ void InspectorPane::focusTitle() {
   title_->selectAll();
 }
 
+void InspectorPane::showArtifact(const OpenArtifact& open) {
+  // An edit replaces the manifest alone: what was read stays, and so does the selected line.
+  if (open.contents == contents_) return;
+  contents_ = open.contents;
+  windowFrame_ = windowFrame(open);
+  const ArtifactManifest& manifest = open.stored.manifest;
+  const QLocale locale;
+  source_->setText(tr("%1  ·  %2")
+                       .arg(QString::fromStdString(manifest.source.applicationName).simplified(),
+                            whenCaptured(manifest.createdAt, locale)));
+  coverage_->setSummary(describeCoverage(contents_->interfaceObservation, locale));
+  ledger_->setLedger(nullptr, tr("Reading the captured context…"));
+  picture_->showMessage(tr("Reading the screenshot…"));
+  reader_.read(contents_);
+}
+
+void InspectorPane::showLine(std::int32_t line) {
+  if (line < 0 || ledger_->ledger() == nullptr) return picture_->setLit({}, {});
+  picture_->setLit(ledger_->ledger()->line(line).frame, ledgerLineWords(*ledger_->ledger(), line));
+}
+
 void InspectorPane::updatePreview() {
   const QuilloModelState& state = model_.state();
   if (!state.selectedArtifact) return;
   ArtifactManifest manifest = state.selectedArtifact->stored.manifest;
   manifest.title = state.draftTitle;
   manifest.annotations = state.draftAnnotations;
-  const QString text = QString::fromStdString(ArtifactPasteTextRenderer::render(manifest));
-  if (preview_->toPlainText() == text) return;
-  preview_->setPlainText(text);
+  const std::string text = ArtifactPasteTextRenderer::render(manifest);
+  preview_->setText(QString::fromStdString(text));
   previewSize_->setText(describePasteText(text, QLocale()));
 }
 
 void InspectorPane::updateSaveState() {
   const QuilloModelState& state = model_.state();
-  if (state.activity.kind == Activity::Kind::saving)
-    saveState_->setText(tr("Saving changes…"));
-  else
-    saveState_->setText(state.hasUnsavedChanges ? tr("Changes are not saved yet") : tr("All changes are saved"));
+  if (state.isSavingEdits) {
+    saveState_->setText(tr("Saving…"));
+  } else if (state.saveFailure) {
+    saveState_->setText(
+        tr("Not saved: %1 What you wrote is kept here.").arg(QString::fromStdString(*state.saveFailure)));
+  } else {
+    saveState_->setText(state.hasUnsavedChanges ? tr("Not saved yet") : tr("Saved"));
+  }
+}
+
+void InspectorPane::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  window_->setOrientation(event->size().width() < widthForTwoColumns ? Qt::Vertical : Qt::Horizontal);
 }
 
 }  // namespace quillo

@@ -4,22 +4,29 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSplitter>
+#include <QTabWidget>
 #include <QWidget>
+#include <memory>
 
+#include "QuilloApp/Inspector/ArtifactReader.h"
 #include "QuilloApp/Model/QuilloModel.h"
 
 namespace quillo {
 
+class CoverageBanner;
+class LedgerPane;
+class PastePreview;
+class ScreenshotPane;
 class ScreenshotView;
-class Thumbnails;
 
-/// The selected artifact: title, picture, note, and the text that is pasted. Shows the model's drafts and hands every
-/// keystroke to it.
+/// The selected artifact as a folio: title, note and coverage above; the screenshot with the ledger, and the text that
+/// is pasted. Shows the model's drafts and hands every keystroke to it.
 class InspectorPane : public QWidget {
   Q_OBJECT
 
  public:
-  InspectorPane(QuilloModel& model, Thumbnails& thumbnails, QWidget* parent = nullptr);
+  InspectorPane(QuilloModel& model, TaskGroup& tasks, QWidget* parent = nullptr);
 
   void update(QuilloModelChanges changes);
   void focusTitle();
@@ -28,25 +35,39 @@ class InspectorPane : public QWidget {
   QPushButton& trashButton() { return *trash_; }
   QPushButton& revealButton() { return *reveal_; }
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
-  void buildTop();
+  void makeFolio();
+  QWidget* makeHead(QWidget* parent);
+  QWidget* makePastePage();
+  void connectParts();
+  void showArtifact(const OpenArtifact& open);
+  void showLine(std::int32_t line);
   void updatePreview();
   void updateSaveState();
 
   QuilloModel& model_;
+  ArtifactReader reader_;
+  std::shared_ptr<const ArtifactContents> contents_;  ///< that is shown or being read
+  std::optional<ArtifactRect> windowFrame_;
+
   QLineEdit* title_;
   QLabel* source_;
-  ScreenshotView* screenshot_;
+  CoverageBanner* coverage_;
   QPlainTextEdit* note_;
+  QTabWidget* pages_;
+  QSplitter* window_;
+  ScreenshotPane* screenshot_;
+  ScreenshotView* picture_;
+  LedgerPane* ledger_;
+  PastePreview* preview_;
   QLabel* previewSize_;
-  QPlainTextEdit* preview_;
   QLabel* saveState_;
   QPushButton* copy_;
   QPushButton* reveal_;
   QPushButton* trash_;
 };
-
-/// "2,345 characters, about 590 tokens", and a warning where chat fields may turn the text into an attachment.
-QString describePasteText(const QString& text, const QLocale& locale);
 
 }  // namespace quillo

@@ -20,7 +20,7 @@ QString roleWord(InterfaceSemanticRole role) {
   return word(std::string(roleName(role)).c_str());
 }
 
-QStringList stateWords(const InterfaceElement& element) {
+QStringList ledgerStateWords(const InterfaceElement& element) {
   QStringList words;
   if (element.isProtected) words << word(QT_TRANSLATE_NOOP("quillo::Ledger", "protected, its text was not read"));
   if (element.visibility == InterfaceVisibility::hidden) words << word(QT_TRANSLATE_NOOP("quillo::Ledger", "hidden"));
@@ -59,7 +59,7 @@ QString ledgerLineWords(const AccessibilityLedger& ledger, std::int32_t number) 
   QString words = roleWord(line.element->role);
   if (const QString name = shownText(ledger.name(number)); !name.isEmpty()) words += QLatin1Char(' ') + name;
   if (!line.value.empty()) words += QStringLiteral(": ") + shownText(line.value);
-  for (const QString& state : stateWords(*line.element)) words += QStringLiteral(", ") + state;
+  for (const QString& state : ledgerStateWords(*line.element)) words += QStringLiteral(", ") + state;
   return words;
 }
 

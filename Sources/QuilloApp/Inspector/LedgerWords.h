@@ -14,7 +14,7 @@ inline constexpr qsizetype longestShownText = 300;
 QString roleWord(InterfaceSemanticRole role);
 
 /// What a line says of the element besides its texts: "focused", "checked", …; protected and hidden ones first.
-QStringList stateWords(const InterfaceElement& element);
+QStringList ledgerStateWords(const InterfaceElement& element);
 
 /// The beginning of a captured text, on one line and with nothing that could be mistaken for something else.
 QString shownText(std::string_view text);

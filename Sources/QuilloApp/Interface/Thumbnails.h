@@ -22,6 +22,9 @@ class Thumbnails : public QObject {
   /// A null image when there is none yet (`loaded` follows when there is one) or none at all.
   QImage image(const QString& path, int maximumPixelDimension);
 
+  /// Where work for the windows is started; ended before this.
+  TaskGroup& tasks() const { return tasks_; }
+
  Q_SIGNALS:
   void loaded(const QString& path);
 

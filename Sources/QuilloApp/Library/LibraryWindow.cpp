@@ -14,6 +14,7 @@
 
 #include "QuilloApp/Inspector/InspectorPane.h"
 #include "QuilloApp/Interface/Symbols.h"
+#include "QuilloApp/Interface/Thumbnails.h"
 #include "QuilloApp/Library/CaptureList.h"
 #include "QuilloApp/Library/FeedPane.h"
 #include "QuilloApp/Library/QuickLook.h"
@@ -62,7 +63,7 @@ LibraryWindow::LibraryWindow(QuilloModel& model, Thumbnails& thumbnails, Request
       emptyText_(centredLabel(this, "emptyText")),
       retry_(new QPushButton(tr("&Try Again"), this)),
       discard_(new QPushButton(symbolIcon("trash"), tr("Move to &Trash"), this)),
-      inspector_(new InspectorPane(model, thumbnails, this)),
+      inspector_(new InspectorPane(model, thumbnails.tasks(), this)),
       activitySymbol_(new QLabel(this)),
       activity_(new QLabel(this)),
       undo_(new QPushButton(symbolIcon("arrow.counterclockwise"), QString(), this)) {

@@ -58,10 +58,12 @@ Task<SaveOutcome> EditingFlow::save(SaveFeedback feedback) {
   ArtifactManifest manifest = draftedManifest();
   manifest.modifiedAt = std::chrono::floor<std::chrono::seconds>(context_.services.wallClock.now());
   if (feedback == SaveFeedback::shown) context_.activity.begin(Activity::Kind::saving);
+  context_.state.set<&State::isSavingEdits>(true);
 
   Task<Outcome<StoredArtifact>> updating =
       outcomeOf(context_.services.repository.update(edited.stored, std::move(manifest)));
   Outcome<StoredArtifact> updated = co_await std::move(updating);
+  context_.state.set<&State::isSavingEdits>(false);
   if (!updated) co_return reportFailure(updated.error());
   apply({std::move(*updated), edited.contents}, revision);
   if (feedback == SaveFeedback::shown) context_.activity.end(Activity::Kind::saving);
@@ -70,6 +72,7 @@ Task<SaveOutcome> EditingFlow::save(SaveFeedback feedback) {
 
 void EditingFlow::apply(const OpenArtifact& persisted, std::uint64_t revision) {
   PublishedModelState& state = context_.state;
+  state.set<&State::saveFailure>(std::optional<std::string>());
   std::uint64_t& applied = appliedSaveRevisionByArtifact_[persisted.id()];
   applied = std::max(applied, revision);
   cache_.replace(persisted);
@@ -85,13 +88,18 @@ SaveOutcome EditingFlow::reportFailure(const std::exception_ptr& error) {
   } catch (const OperationCancelled&) {
     throw;
   } catch (const ArtifactRepositoryError& failure) {
-    context_.activity.showFailure(failure.errorDescription());
+    showFailure(failure.errorDescription());
     const bool isGone = std::holds_alternative<ArtifactRepositoryError::ArtifactNotFound>(failure.value());
     return isGone ? SaveOutcome::artifactIsGone : SaveOutcome::failed;
   } catch (const std::exception& failure) {
-    context_.activity.showFailure(failure.what());
+    showFailure(failure.what());
     return SaveOutcome::failed;
   }
+}
+
+void EditingFlow::showFailure(const std::string& reason) {
+  context_.state.set<&State::saveFailure>(std::optional(reason));
+  context_.activity.showFailure(reason);
 }
 
 void EditingFlow::open(const std::optional<OpenArtifact>& artifact) {
@@ -101,6 +109,7 @@ void EditingFlow::open(const std::optional<OpenArtifact>& artifact) {
   state.set<&State::draftTitle>(artifact ? artifact->stored.manifest.title : std::string());
   state.set<&State::draftAnnotations>(artifact ? artifact->stored.manifest.annotations : std::string());
   state.set<&State::hasUnsavedChanges>(false);
+  state.set<&State::saveFailure>(std::optional<std::string>());
 }
 
 void EditingFlow::rebase(const OpenArtifact& artifact) {

@@ -46,6 +46,7 @@ class EditingFlow {
  private:
   Task<> autosave(std::uint64_t revision);
   void apply(const OpenArtifact& persisted, std::uint64_t revision);
+  void showFailure(const std::string& reason);
   SaveOutcome reportFailure(const std::exception_ptr& error);
 
   ModelContext& context_;

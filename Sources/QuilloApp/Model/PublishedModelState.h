@@ -88,6 +88,8 @@ consteval QuilloModelField PublishedModelState::field() {
   if (is(&S::applicationFilter)) return F::applicationFilter;
   if (is(&S::capturedTextSearch)) return F::capturedTextSearch;
   if (is(&S::undoableTrashCount)) return F::undoableTrashCount;
+  if (is(&S::isSavingEdits)) return F::isSavingEdits;
+  if (is(&S::saveFailure)) return F::saveFailure;
   return F::capturePermissionState;
 }
 

@@ -60,6 +60,8 @@ struct QuilloModelState {
   std::optional<std::string> applicationFilter;  ///< only captures of the application of this name are shown
   CapturedTextSearch capturedTextSearch;
   std::size_t undoableTrashCount = 0;  ///< how many captures the last move to the Trash could bring back
+  bool isSavingEdits = false;
+  std::optional<std::string> saveFailure;  ///< why the drafts could not be saved; they stay as they are
 };
 
 enum class QuilloModelField : std::uint8_t {
@@ -84,6 +86,8 @@ enum class QuilloModelField : std::uint8_t {
   applicationFilter,
   capturedTextSearch,
   undoableTrashCount,
+  isSavingEdits,
+  saveFailure,
 };
 
 /// The fields that have changed since the observer was last called.
