@@ -36,7 +36,7 @@ class FolioFixture : public ModelFixture {
     return *found;
   }
 
-  QApplication& application = offscreenApplication();
+  OffscreenApplication application;
   TaskGroup tasks{loop.executor()};
   std::unique_ptr<InspectorPane> pane;
   QuilloModelObservation observation;

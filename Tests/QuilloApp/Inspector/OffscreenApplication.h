@@ -4,14 +4,19 @@
 
 namespace quillo::test {
 
-/// The one application object of the program; it draws into memory.
-inline QApplication& offscreenApplication() {
-  static int argumentCount = 1;
-  static char name[] = "test";
-  static char* arguments[] = {name, nullptr};
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  static QApplication application(argumentCount, arguments);
-  return application;
-}
+/// The application object, which draws into memory. It ends before the program does: the toolkit's own devices need it.
+class OffscreenApplication {
+ public:
+  OffscreenApplication() : application_(argumentCount_, arguments_) {}
+
+  void processEvents() { QApplication::processEvents(); }
+
+ private:
+  bool isOffscreen_ = qputenv("QT_QPA_PLATFORM", "offscreen");
+  int argumentCount_ = 1;
+  char name_[5] = "test";
+  char* arguments_[2] = {name_, nullptr};
+  QApplication application_;
+};
 
 }  // namespace quillo::test

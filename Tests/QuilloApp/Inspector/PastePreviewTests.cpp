@@ -16,7 +16,7 @@ namespace {
 class PastePreviewTest : public testing::Test {
  protected:
   void finish() {
-    for (int turn = 0; turn < 10'000 && !preview_.isComplete(); ++turn) application_->processEvents();
+    for (int turn = 0; turn < 10'000 && !preview_.isComplete(); ++turn) application_.processEvents();
     ASSERT_TRUE(preview_.isComplete());
   }
   /// What one gets by selecting all and copying.
@@ -26,7 +26,7 @@ class PastePreviewTest : public testing::Test {
     return QGuiApplication::clipboard()->mimeData()->text();
   }
 
-  QApplication* application_ = &offscreenApplication();
+  OffscreenApplication application_;
   PastePreview preview_;
 };
 
