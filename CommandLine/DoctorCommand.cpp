@@ -32,7 +32,7 @@ std::vector<Finding> examineWindows(CommandEnvironment& environment) {
     const std::string reason = isSet("DISPLAY") ? "the X11 display does not answer" : "DISPLAY is not set";
     const std::string remedy = isSet("WAYLAND_DISPLAY")
                                    ? "Run quillo where XWayland is available; native Wayland is not supported yet."
-                                   : "Run quillo inside a desktop session, or under Scripts/desktop.";
+                                   : "Run quillo inside a desktop session.";
     return {{"Display server", reason, remedy}};
   }
 }

@@ -145,7 +145,7 @@ struct Delivering {
 };
 
 constexpr PasteDeliveryService::Configuration quick = {
-    .clipboardReadinessDelay = 0, .imageIngestionDelay = 0.05, .finalIngestionDelay = 0.05};
+    .clipboardReadinessDelay = 0, .imageIngestionDelay = 0.1, .finalIngestionDelay = 0.1};
 
 /// The clipboard of another program of the user.
 class OtherProgram {

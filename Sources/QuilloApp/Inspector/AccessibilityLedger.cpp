@@ -109,7 +109,7 @@ AccessibilityLedger::AccessibilityLedger(std::shared_ptr<const InterfaceObservat
         line.parent = lines_[static_cast<std::size_t>(line.parent)].parent;
     }
     levels.push_back(line.parent < 0 ? 0 : levels[static_cast<std::size_t>(line.parent)] + 1);
-    line.row = asNumber(childCounts[static_cast<std::size_t>(line.parent + 1)]++);
+    line.row = asNumber(childCounts[static_cast<std::size_t>(line.parent) + 1]++);
     numbers.emplace(element.id, asNumber(lines_.size()));
     searchKeys_.push_back(searchKey(element, line.value));
     lines_.push_back(std::move(line));
@@ -121,13 +121,13 @@ AccessibilityLedger::AccessibilityLedger(std::shared_ptr<const InterfaceObservat
   children_.resize(lines_.size());
   for (std::size_t index = 0; index < lines_.size(); ++index) {
     const Line& line = lines_[index];
-    children_[firstChild_[static_cast<std::size_t>(line.parent + 1)] + static_cast<std::size_t>(line.row)] =
+    children_[firstChild_[static_cast<std::size_t>(line.parent) + 1] + static_cast<std::size_t>(line.row)] =
         asNumber(index);
   }
 }
 
 std::span<const std::int32_t> AccessibilityLedger::children(std::int32_t number) const {
-  const auto parent = static_cast<std::size_t>(number + 1);
+  const auto parent = static_cast<std::size_t>(number) + 1;
   return std::span(children_).subspan(firstChild_[parent], firstChild_[parent + 1] - firstChild_[parent]);
 }
 

@@ -206,6 +206,11 @@ void InspectorPane::update(QuilloModelChanges changes) {
   }
   const QString title = QString::fromStdString(state.draftTitle);
   if (title_->text() != title) title_->setText(title);
+  // While another capture is being loaded the fields still show the former one, which nobody means to edit.
+  const bool isLoaded = state.selectedArtifact && state.selection == state.selectedArtifact->id();
+  if (isLoaded && title_->isReadOnly() && title_->hasFocus()) title_->selectAll();
+  title_->setReadOnly(!isLoaded);
+  note_->setReadOnly(!isLoaded);
   if (changes.contains(Field::draftAnnotations)) setDraft(*note_, QString::fromStdString(state.draftAnnotations));
   if (changes.contains(Field::selectedArtifact) || changes.contains(Field::draftTitle) ||
       changes.contains(Field::draftAnnotations))

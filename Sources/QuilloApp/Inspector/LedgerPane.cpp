@@ -190,13 +190,13 @@ void LedgerPane::updateCount() {
   if (matches_.empty()) {
     count_->setText(tr("No match"));
   } else if (found != matches_.end() && *found == selectedLine()) {
-    count_->setText(tr("%1 of %2").arg(locale.toString(static_cast<qlonglong>(found - matches_.begin() + 1)), all));
+    count_->setText(tr("%1 of %2").arg(locale.toString(static_cast<qlonglong>(found - matches_.begin()) + 1), all));
   } else {
     count_->setText(tr("%1 matches").arg(all));
   }
 }
 
-void LedgerPane::copyText() {
+void LedgerPane::copyText() const {
   const std::int32_t line = selectedLine();
   if (line < 0) return;
   std::string text = ledger()->text(line);
@@ -204,7 +204,7 @@ void LedgerPane::copyText() {
   QGuiApplication::clipboard()->setText(QString::fromStdString(text));
 }
 
-void LedgerPane::copyBranch() {
+void LedgerPane::copyBranch() const {
   if (const std::int32_t line = selectedLine(); line >= 0)
     QGuiApplication::clipboard()->setText(QString::fromStdString(ledger()->branchText(line)));
 }

@@ -45,8 +45,8 @@ class LedgerPane : public QWidget {
   void search();
   void goToMatch(int direction);
   void updateCount();
-  void copyText();
-  void copyBranch();
+  void copyText() const;
+  void copyBranch() const;
 
   LedgerModel* model_;
   LedgerDelegate* delegate_;

@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QClipboard>
 #include <QDir>
+#include <QLineEdit>
 #include <QScrollBar>
 #include <QTest>
 #include <QTreeView>
@@ -130,6 +131,22 @@ TEST_F(InspectorPaneTest, saysInWordsHowFarAnEditIsSaved) {
   EXPECT_EQ("Saved", text("saveState"));
   EXPECT_EQ("Answer it!", storedManifest(id).annotations);
   EXPECT_EQ("window Sign in", selectedLine()) << "saving does not begin the ledger anew";
+}
+
+TEST_F(InspectorPaneTest, takesNoWordsForTheFormerCaptureWhileTheNextIsLoaded) {
+  const UUID next = store(draft(signIn));
+  open(store(draft(signIn)));
+  auto& title = find<QLineEdit>("title");
+  EXPECT_FALSE(title.isReadOnly());
+  model->select(next);
+  bool wasLocked = false;
+  EXPECT_TRUE(passUntil([&] {
+    wasLocked |= title.isReadOnly();
+    return state().selectedArtifact && state().selectedArtifact->id() == next;
+  }));
+  EXPECT_TRUE(wasLocked);
+  pass();
+  EXPECT_FALSE(title.isReadOnly());
 }
 
 TEST_F(InspectorPaneTest, aPictureThatCannotBeReadLeavesTheRest) {

@@ -9,6 +9,7 @@
 #include <QStyle>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <set>
 
 #include "ModelFixture.h"
@@ -19,23 +20,29 @@
 namespace quillo::test {
 namespace {
 
-QApplication& application() {
-  static int count = 1;
-  static char name[] = "SetupTests";           // NOLINT(*-avoid-c-arrays): what the toolkit wants
-  static char* arguments[] = {name, nullptr};  // NOLINT(*-avoid-c-arrays)
-  static const bool isSet = qputenv("QT_QPA_PLATFORM", "offscreen");
-  static QApplication instance(count, arguments);
-  static_cast<void>(isSet);
-  return instance;
-}
+/// The application object, which draws into memory. It ends before the program does: the toolkit's own devices need it.
+class OffscreenApplication : public testing::Environment {
+ public:
+  void SetUp() override {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    application_.emplace(argumentCount_, arguments_);
+  }
+  void TearDown() override { application_.reset(); }
+
+ private:
+  int argumentCount_ = 1;
+  char name_[11] = "SetupTests";           // NOLINT(*-avoid-c-arrays): what the toolkit wants
+  char* arguments_[2] = {name_, nullptr};  // NOLINT(*-avoid-c-arrays)
+  std::optional<QApplication> application_;
+};
+
+const testing::Environment* const environment = testing::AddGlobalTestEnvironment(new OffscreenApplication);
 
 class SetupWindowTest : public ModelFixture {
  public:
   ~SetupWindowTest() override { window.reset(); }
 
  protected:
-  SetupWindowTest() { application(); }
-
   void open() {
     start();
     window = std::make_unique<SetupWindow>(*model, tasks);
