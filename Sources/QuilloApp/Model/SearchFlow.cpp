@@ -123,6 +123,7 @@ Task<> SearchFlow::run(SearchWords words, std::uint64_t generation) {
     const auto end = unread.begin() + static_cast<std::ptrdiff_t>(std::min(next + textsPerReading, unread.size()));
     known.assign(std::make_move_iterator(begin), std::make_move_iterator(end));
     std::vector<UUID> ids;
+    ids.reserve(known.size());
     for (const Candidate& candidate : known) ids.push_back(candidate.id);
     Task<Outcome<std::vector<std::string>>> reading =
         outcomeOf(context_.services.repository.contextTexts(std::move(ids)));

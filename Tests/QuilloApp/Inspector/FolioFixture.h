@@ -15,9 +15,11 @@ namespace quillo::test {
 
 /// The pane over the real model and a real library.
 class FolioFixture : public ModelFixture {
+ public:
+  ~FolioFixture() override;
+
  protected:
   FolioFixture();
-  ~FolioFixture() override;
 
   /// A capture of the tree (SnapshotBuilder.h) at two pixels a point, with a picture that shows every frame.
   ContextArtifactDraft draft(std::string_view notation);
