@@ -13,7 +13,7 @@ ArtifactReader::~ArtifactReader() {
 void ArtifactReader::read(std::shared_ptr<const ArtifactContents> contents) {
   cancel();
   reading_ = tasks_.start([this, wanted = wanted_, number = wanted_->number, contents = std::move(contents)] {
-    return run(wanted, number, contents);
+    return run(this, wanted, number, contents);
   });
 }
 
@@ -23,23 +23,23 @@ void ArtifactReader::cancel() {
   reading_.cancel();
 }
 
-Task<> ArtifactReader::run(std::shared_ptr<const Wanted> wanted, std::uint64_t number,
+Task<> ArtifactReader::run(ArtifactReader* reader, std::shared_ptr<const Wanted> wanted, std::uint64_t number,
                            std::shared_ptr<const ArtifactContents> contents) {
   if (wanted->number != number) co_return;
   Task<std::shared_ptr<const AccessibilityLedger>> readingLedger =
-      queue_.run([contents]() -> std::shared_ptr<const AccessibilityLedger> {
+      reader->queue_.run([contents]() -> std::shared_ptr<const AccessibilityLedger> {
         return std::make_shared<AccessibilityLedger>(
             std::shared_ptr<const InterfaceObservation>(contents, &contents->interfaceObservation));
       });
   auto ledger = co_await std::move(readingLedger);
   if (wanted->number != number) co_return;
-  Q_EMIT ledgerRead(std::move(ledger));
+  Q_EMIT reader->ledgerRead(std::move(ledger));
 
   Task<std::shared_ptr<const CapturedPicture>> readingPicture =
-      queue_.run([contents] { return CapturedPicture::decode(contents->screenshotPNG); });
+      reader->queue_.run([contents] { return CapturedPicture::decode(contents->screenshotPNG); });
   auto picture = co_await std::move(readingPicture);
   if (wanted->number != number) co_return;
-  Q_EMIT pictureRead(std::move(picture));
+  Q_EMIT reader->pictureRead(std::move(picture));
 }
 
 }  // namespace quillo

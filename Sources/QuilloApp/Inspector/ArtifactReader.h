@@ -37,8 +37,9 @@ class ArtifactReader : public QObject {
     std::uint64_t number = 0;  ///< of what was asked last
   };
 
-  Task<> run(std::shared_ptr<const Wanted> wanted, std::uint64_t number,
-             std::shared_ptr<const ArtifactContents> contents);
+  /// The task may begin when the reader is gone: as long as `number` is wanted the reader is there.
+  static Task<> run(ArtifactReader* reader, std::shared_ptr<const Wanted> wanted, std::uint64_t number,
+                    std::shared_ptr<const ArtifactContents> contents);
 
   TaskGroup& tasks_;
   std::shared_ptr<Wanted> wanted_ = std::make_shared<Wanted>();
