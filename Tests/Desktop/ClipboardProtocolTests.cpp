@@ -11,6 +11,7 @@
 
 #include "ClipboardFixture.h"
 #include "ClipboardPeer.h"
+#include "QuilloCore/Capture/PNGImageEncoder.h"
 #include "QuilloCore/Clipboard/PasteboardError.h"
 #include "QuilloCore/Clipboard/SystemPasteboardSession.h"
 #include "QuilloCore/Concurrency/BlockingLoop.h"
@@ -25,6 +26,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+using testing::StartsWith;
 using Kind = ClipboardConditionalWriteResult::Kind;
 using Manner = OwnerAnswer::Manner;
 using Restored = PasteboardConditionalRestoreResult;
@@ -80,6 +82,26 @@ TEST_F(Clipboard, severalTypesAreGivenAtOnce) {
   EXPECT_TRUE(received[2]->isIncremental);
   EXPECT_EQ(received[2]->data, large);
   EXPECT_EQ(received[3]->data, "");
+}
+
+TEST_F(Clipboard, formsOfferedUnmadeAreMadeWhenAskedFor) {
+  constexpr auto tiffFromPNG = PasteboardConversion::tiffFromPNG;
+  const std::string png =
+      PNGImageEncoder::encode({.width = 2, .height = 1, .pixels = {9, 8, 7, 255, 6, 5, 4, 255}, .isOpaque = true});
+  write({{{{.type = "image/tiff", .data = png, .conversion = tiffFromPNG},
+           {.type = "damaged", .data = png.substr(0, 40), .conversion = tiffFromPNG}}}});
+  const auto received = requestor_.askSeveral({"image/tiff", "damaged"});
+  ASSERT_EQ(received.size(), 2);
+  EXPECT_THAT(received[0]->data, AllOf(StartsWith("II*"), HasSubstr("\x09\x08\x07\x06\x05\x04")));
+  EXPECT_FALSE(received[1]);
+  EXPECT_EQ(requestor_.ask("image/tiff")->data, received[0]->data);
+  EXPECT_FALSE(requestor_.ask("damaged"));
+
+  const PasteboardSnapshot snapshot = captureSnapshot();
+  ASSERT_EQ(snapshot.items.size(), 1);
+  EXPECT_TRUE(snapshot.isComplete());
+  EXPECT_THAT(snapshot.items[0].representations,
+              ElementsAre(testing::Field(&PasteboardRepresentation::data, received[0]->data)));
 }
 
 TEST_F(Clipboard, largeContentsGoInPieces) {

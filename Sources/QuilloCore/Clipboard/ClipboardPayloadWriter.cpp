@@ -28,8 +28,11 @@ PasteboardRepresentation captureMarker(const ClipboardPayload& payload) {
 PasteboardItem imageItem(const ClipboardPayload& payload) {
   PasteboardItem item;
   item.representations.push_back(representation(PasteboardTypes::png, payload.pngData));
-  if (auto tiff = TIFFImageConversion::fromPNG(payload.pngData))
-    item.representations.push_back(representation(PasteboardTypes::tiff, std::move(*tiff)));
+  if (TIFFImageConversion::isLikely(payload.pngData)) {
+    PasteboardRepresentation& tiff =
+        item.representations.emplace_back(representation(PasteboardTypes::tiff, payload.pngData));
+    tiff.conversion = PasteboardConversion::tiffFromPNG;
+  }
   item.representations.push_back(captureMarker(payload));
   return item;
 }

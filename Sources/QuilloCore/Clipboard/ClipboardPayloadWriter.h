@@ -12,12 +12,12 @@
 
 namespace quillo {
 
-/// Lays a payload out in clipboard items and writes them. Keeps nothing between writes; the pictures are converted on a
-/// queue of its own, so that whoever writes is not held up.
+/// Lays a payload out in clipboard items and writes them. Keeps nothing between writes; the items are made on a queue
+/// of its own, so that whoever writes a long text is not held up.
 class ClipboardPayloadWriter {
  public:
-  /// Image item: PNG, TIFF (when the PNG can be read), capture marker. Text item: text, HTML. Single item: PNG, text,
-  /// HTML, capture marker.
+  /// Image item: PNG, TIFF (made of the PNG when asked for; left out when that is damaged), capture marker. Text item:
+  /// text, HTML. Single item: PNG, text, HTML, capture marker.
   static std::vector<PasteboardItem> makeItems(const ClipboardPayload& payload, ClipboardComposition composition);
 
   /// A page that shows the text as it stands.

@@ -1,9 +1,17 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
 namespace quillo {
+
+/// What turns the data of a representation into its type. Forms that are costly to make, and that hardly any program
+/// asks for, are offered unmade.
+enum class PasteboardConversion : std::uint8_t {
+  none,         ///< the data are the type's own
+  tiffFromPNG,  ///< the data are a PNG, as `TIFFImageConversion` takes them
+};
 
 /// One form of an item's content.
 struct PasteboardRepresentation {
@@ -12,6 +20,8 @@ struct PasteboardRepresentation {
   /// How the platform packs the data, in its own words, so that what was read can be given back just so. Empty for data
   /// of ours, which is plain bytes.
   std::string packing{};
+  /// What the platform does to the data when somebody asks for the type; one that fails makes it refuse the type.
+  PasteboardConversion conversion = PasteboardConversion::none;
 
   friend bool operator==(const PasteboardRepresentation&, const PasteboardRepresentation&) = default;
 };

@@ -2,6 +2,7 @@
 
 #include <png.h>
 #include <tiffio.h>
+#include <zlib.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -25,22 +26,59 @@ struct Picture {
   std::size_t bytesPerRow() const { return std::size_t{width} * channels; }
 };
 
-std::optional<Picture> decode(std::string_view png) {
-  png_image image{};
-  image.version = PNG_IMAGE_VERSION;
-  const std::unique_ptr<png_image, decltype(&png_image_free)> ending(&image, png_image_free);
-  if (png_image_begin_read_from_memory(&image, png.data(), png.size()) == 0) return std::nullopt;
-  const bool hasAlpha = (image.format & PNG_FORMAT_FLAG_ALPHA) != 0;
-  image.format = hasAlpha ? PNG_FORMAT_RGBA : PNG_FORMAT_RGB;
+/// A file whose header has been read.
+class PNGReading {
+ public:
+  explicit PNGReading(std::string_view png) {
+    image_.version = PNG_IMAGE_VERSION;
+    if (png_image_begin_read_from_memory(&image_, png.data(), png.size()) == 0) return;
+    const bool hasAlpha = (image_.format & PNG_FORMAT_FLAG_ALPHA) != 0;
+    image_.format = hasAlpha ? PNG_FORMAT_RGBA : PNG_FORMAT_RGB;
+    picture_.width = image_.width;
+    picture_.height = image_.height;
+    if (hasAlpha) picture_.channels = 4;
+    isPossible_ = picture_.bytesPerRow() <= maximumBytes / std::max(1U, picture_.height);
+  }
+  PNGReading(const PNGReading&) = delete;
+  PNGReading& operator=(const PNGReading&) = delete;
+  ~PNGReading() { png_image_free(&image_); }
 
-  Picture picture;
-  picture.width = image.width;
-  picture.height = image.height;
-  picture.channels = hasAlpha ? 4 : 3;
-  if (picture.bytesPerRow() > maximumBytes / std::max(1U, picture.height)) return std::nullopt;
-  picture.pixels.resize(picture.bytesPerRow() * picture.height);
-  if (png_image_finish_read(&image, nullptr, picture.pixels.data(), 0, nullptr) == 0) return std::nullopt;
-  return picture;
+  bool isPossible() const { return isPossible_; }
+
+  std::optional<Picture> decode() && {
+    if (!isPossible_) return std::nullopt;
+    picture_.pixels.resize(picture_.bytesPerRow() * picture_.height);
+    if (png_image_finish_read(&image_, nullptr, picture_.pixels.data(), 0, nullptr) == 0) return std::nullopt;
+    return std::move(picture_);
+  }
+
+ private:
+  png_image image_{};
+  Picture picture_;
+  bool isPossible_ = false;
+};
+
+std::uint32_t bigEndian(std::string_view bytes) {
+  std::uint32_t value = 0;
+  for (const char byte : bytes) value = value << 8 | static_cast<std::uint8_t>(byte);
+  return value;
+}
+
+/// Whether the chunks are whole, to the last one.
+bool hasAllChunks(std::string_view png) {
+  constexpr std::size_t signature = 8;
+  constexpr std::size_t word = 4;
+  if (png.size() < signature) return false;
+  for (png.remove_prefix(signature); png.size() >= 3 * word;) {
+    const std::size_t size = bigEndian(png.substr(0, word));
+    if (size > png.size() - 3 * word) return false;
+    const std::string_view content = png.substr(word, word + size);  // its type and its data
+    const auto sum = crc32_z(0, reinterpret_cast<const Bytef*>(content.data()), content.size());
+    if (sum != bigEndian(png.substr(2 * word + size, word))) return false;
+    if (content.starts_with("IEND")) return true;
+    png.remove_prefix(3 * word + size);
+  }
+  return false;
 }
 
 /// A file in memory, as the library wants its files.
@@ -129,8 +167,12 @@ std::optional<std::string> encode(const Picture& picture) {
 }  // namespace
 
 std::optional<std::string> fromPNG(std::string_view png) {
-  const std::optional<Picture> picture = decode(png);
+  const std::optional<Picture> picture = PNGReading(png).decode();
   return picture ? encode(*picture) : std::nullopt;
+}
+
+bool isLikely(std::string_view png) {
+  return PNGReading(png).isPossible() && hasAllChunks(png);
 }
 
 }  // namespace quillo::TIFFImageConversion

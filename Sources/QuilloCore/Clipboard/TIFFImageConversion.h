@@ -13,5 +13,9 @@ namespace TIFFImageConversion {
 /// a screen.
 std::optional<std::string> fromPNG(std::string_view png);
 
+/// Whether `fromPNG` can be expected to succeed: the file is whole, the sums of its parts are right, and its picture is
+/// not too large. Looks at every byte once and decodes nothing.
+bool isLikely(std::string_view png);
+
 }  // namespace TIFFImageConversion
 }  // namespace quillo

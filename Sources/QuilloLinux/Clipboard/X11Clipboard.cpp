@@ -153,13 +153,7 @@ void X11Clipboard::beginNextReading() {
     waitingReaders_.erase(waitingReaders_.begin());
     if (result->isResolved()) continue;
     if (isOurs_) {
-      PasteboardReading reading;
-      auto& types = reading.items.emplace_back();
-      for (const X11SelectionForm& form : owner_.forms()) {
-        reading.topLevelTypes.push_back(form.target);
-        types.push_back({.content = {.type = form.target, .data = *form.data, .packing = form.packing()}});
-      }
-      result->resolve(std::move(reading));
+      result->resolve(owner_.reading());
     } else if (display_.ownerOf(display_.clipboard()) == XCB_WINDOW_NONE) {
       result->resolve(PasteboardReading{});
     } else {

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "QuilloCore/Clipboard/PasteboardTypes.h"
+#include "QuilloCore/Clipboard/TIFFImageConversion.h"
 #include "QuilloCore/Support/Utf8.h"
 
 namespace quillo {
@@ -64,12 +65,21 @@ X11SelectionForm unpack(PasteboardRepresentation representation) {
     form.format = static_cast<std::uint8_t>(format);
     form.propertyType = packing.substr(length + 1);
   }
+  form.conversion = representation.conversion;
   form.target = std::move(representation.type);
   form.data = std::make_shared<const std::string>(std::move(representation.data));
   return form;
 }
 
 }  // namespace
+
+bool X11SelectionForm::makeReady() {
+  if (std::exchange(conversion, PasteboardConversion::none) == PasteboardConversion::tiffFromPNG) {
+    auto tiff = TIFFImageConversion::fromPNG(*data);
+    data = tiff ? std::make_shared<const std::string>(std::move(*tiff)) : nullptr;
+  }
+  return data != nullptr;
+}
 
 std::string X11SelectionForm::packing() const {
   return std::to_string(format) + " " + propertyType;

@@ -16,6 +16,11 @@ struct X11SelectionForm {
   std::string propertyType;  ///< what the answer says that it is
   std::uint8_t format = 8;   ///< bits of an item
   std::shared_ptr<const std::string> data;
+  PasteboardConversion conversion = PasteboardConversion::none;
+
+  /// Does what is to be done to the data before they are given out, the first time. False when that fails, and from
+  /// then on.
+  bool makeReady();
 
   /// How a representation remembers property type and format.
   std::string packing() const;

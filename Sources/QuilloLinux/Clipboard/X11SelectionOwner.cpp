@@ -39,6 +39,22 @@ void X11SelectionOwner::withdraw() {
   propertyTypes_.clear();
 }
 
+PasteboardReading X11SelectionOwner::reading() {
+  PasteboardReading reading;
+  auto& types = reading.items.emplace_back();
+  for (X11SelectionForm& form : forms_) {
+    reading.topLevelTypes.push_back(form.target);
+    PasteboardReading::Type& type = types.emplace_back();
+    type.content = {.type = form.target, .data = {}, .packing = form.packing()};
+    if (form.makeReady()) {
+      type.content.data = *form.data;
+    } else {
+      type.answer = PasteboardReading::Answer::refused;
+    }
+  }
+  return reading;
+}
+
 void X11SelectionOwner::handleRequest(const xcb_selection_request_event_t& request) {
   xcb_selection_notify_event_t answer{};
   answer.response_type = XCB_SELECTION_NOTIFY;
@@ -73,8 +89,7 @@ bool X11SelectionOwner::convert(std::uint32_t window, std::uint32_t target, std:
   }
   const auto found = std::ranges::find(targets_, target);
   if (found == targets_.end() || target == XCB_ATOM_NONE) return false;
-  give(window, property, static_cast<std::size_t>(found - targets_.begin()));
-  return true;
+  return give(window, property, static_cast<std::size_t>(found - targets_.begin()));
 }
 
 bool X11SelectionOwner::convertSeveral(std::uint32_t window, std::uint32_t property) {
@@ -91,12 +106,13 @@ bool X11SelectionOwner::convertSeveral(std::uint32_t window, std::uint32_t prope
   return true;
 }
 
-void X11SelectionOwner::give(std::uint32_t window, std::uint32_t property, std::size_t index) {
-  const X11SelectionForm& form = forms_[index];
+bool X11SelectionOwner::give(std::uint32_t window, std::uint32_t property, std::size_t index) {
+  X11SelectionForm& form = forms_[index];
+  if (!form.makeReady()) return false;
   std::erase_if(transfers_, [&](const Transfer& t) { return t.window == window && t.property == property; });
   if (form.data->size() <= display_.chunkSize()) {
     display_.setProperty(window, property, propertyTypes_[index], form.format, *form.data);
-    return;
+    return true;
   }
   // Watched before the first piece is announced, so that its taking is not missed.
   if (window != display_.window()) {
@@ -112,6 +128,7 @@ void X11SelectionOwner::give(std::uint32_t window, std::uint32_t property, std::
                         .format = form.format,
                         .data = form.data,
                         .deadline = Clock::now() + longestStall});
+  return true;
 }
 
 void X11SelectionOwner::handlePropertyDeleted(std::uint32_t window, std::uint32_t property) {

@@ -30,7 +30,8 @@ class X11SelectionOwner {
   void offer(std::vector<X11SelectionForm> forms, std::uint32_t time);
   void withdraw();
 
-  const std::vector<X11SelectionForm>& forms() const { return forms_; }
+  /// All that is on offer, as a reading of it.
+  PasteboardReading reading();
   /// The types on offer; not those that every owner has.
   const std::vector<std::uint32_t>& targets() const { return targets_; }
 
@@ -58,7 +59,7 @@ class X11SelectionOwner {
 
   bool convert(std::uint32_t window, std::uint32_t target, std::uint32_t property);
   bool convertSeveral(std::uint32_t window, std::uint32_t property);
-  void give(std::uint32_t window, std::uint32_t property, std::size_t index);
+  bool give(std::uint32_t window, std::uint32_t property, std::size_t index);
   void stopWatching(std::uint32_t window) const;
 
   X11SelectionDisplay& display_;

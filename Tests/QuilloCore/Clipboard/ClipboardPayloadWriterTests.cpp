@@ -127,6 +127,7 @@ TEST(ClipboardPayloadWriter, damagedPngLosesOnlyTheTiff) {
   // Every file that ends before its picture does. (The last twelve bytes say only that nothing follows.)
   for (std::size_t length = 0; length + 12 < png.size(); length += 3) {
     EXPECT_FALSE(TIFFImageConversion::fromPNG(png.substr(0, length))) << length;
+    EXPECT_FALSE(TIFFImageConversion::isLikely(png.substr(0, length))) << length;
   }
   std::string wrongSum = png;
   wrongSum[60] = static_cast<char>(wrongSum[60] ^ 0x10);
