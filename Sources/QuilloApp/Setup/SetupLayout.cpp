@@ -1,39 +1,15 @@
 #include "QuilloApp/Setup/SetupLayout.h"
 
-#include <QEvent>
-#include <QGuiApplication>
-#include <QPalette>
-
-#include "QuilloApp/Interface/QuietText.h"
+#include "QuilloApp/Interface/QuietLabel.h"
 
 namespace quillo::setup {
 namespace {
 
-class QuietLabel final : public QLabel {
- public:
-  using QLabel::QLabel;
-
-  void followPalette() {
-    const QPalette desktop = QGuiApplication::palette();
-    const QColor color = quietTextColor(desktop, QPalette::WindowText, QPalette::Window);
-    if (palette().color(QPalette::WindowText) == color) return;
-    QPalette quiet;
-    quiet.setColor(QPalette::WindowText, color);
-    setPalette(quiet);
-  }
-
- protected:
-  void changeEvent(QEvent* event) override {
-    if (event->type() == QEvent::PaletteChange) followPalette();
-    QLabel::changeEvent(event);
-  }
-};
-
-void makeWrapping(QLabel& label, const QString& objectName, const QString& text) {
-  label.setObjectName(objectName);
-  label.setWordWrap(true);
-  label.setTextFormat(Qt::PlainText);
-  label.setText(text);
+QLabel* wrapping(QLabel* label, const QString& text) {
+  label->setWordWrap(true);
+  label->setTextFormat(Qt::PlainText);
+  label->setText(text);
+  return label;
 }
 
 }  // namespace
@@ -52,15 +28,12 @@ QLabel* makeHeading(QWidget* parent, const QString& text) {
 
 QLabel* makeParagraph(QWidget* parent, const QString& objectName, const QString& text) {
   auto* label = new QLabel(parent);
-  makeWrapping(*label, objectName, text);
-  return label;
+  label->setObjectName(objectName);
+  return wrapping(label, text);
 }
 
 QLabel* makeQuietParagraph(QWidget* parent, const QString& objectName, const QString& text) {
-  auto* label = new QuietLabel(parent);
-  makeWrapping(*label, objectName, text);
-  label->followPalette();
-  return label;
+  return wrapping(new QuietLabel(objectName, parent), text);
 }
 
 void setOptionalText(QLabel& label, const QString& text) {
