@@ -45,6 +45,14 @@ std::string wordsFor(const AccessibilityAttributeValue& value) {
       value);
 }
 
+/// Whether what is out of sight below `parent` is so because nobody has opened it.
+bool isClosed(const Line& parent) {
+  using enum InterfaceSemanticRole;
+  const InterfaceSemanticRole role = parent.element->role;
+  return parent.isInClosedMenu || role == menuItem || role == popUpButton || role == comboBox ||
+         (role == menu && parent.element->visibility == InterfaceVisibility::offscreen);
+}
+
 std::string searchKey(const InterfaceElement& element, std::string_view value) {
   const std::string_view name = primaryText(element);
   std::string key(roleName(element.role));
@@ -73,7 +81,8 @@ std::string ledgerValue(const InterfaceElement& element) {
   if (printsStringValue(element, primaryText(element))) return std::string(printableStringValue(element));
   if (element.properties.valueDescription) return *element.properties.valueDescription;
   if (element.properties.rowValues) return wordsFor(*element.properties.rowValues);
-  return element.value ? wordsFor(*element.value) : std::string();
+  // What is checked or not says so as its state.
+  return element.value && !element.state.checked ? wordsFor(*element.value) : std::string();
 }
 
 std::string ledgerLineText(const InterfaceElement& element, std::string_view value) {
@@ -108,6 +117,8 @@ AccessibilityLedger::AccessibilityLedger(std::shared_ptr<const InterfaceObservat
       if (levels[static_cast<std::size_t>(line.parent)] == deepestLevel)
         line.parent = lines_[static_cast<std::size_t>(line.parent)].parent;
     }
+    line.isInClosedMenu = line.parent >= 0 && element.visibility == InterfaceVisibility::offscreen &&
+                          isClosed(lines_[static_cast<std::size_t>(line.parent)]);
     levels.push_back(line.parent < 0 ? 0 : levels[static_cast<std::size_t>(line.parent)] + 1);
     line.row = asNumber(childCounts[static_cast<std::size_t>(line.parent) + 1]++);
     numbers.emplace(element.id, asNumber(lines_.size()));

@@ -30,6 +30,7 @@ class AccessibilityLedger {
     std::int32_t depth = 0;             ///< of the element in what was captured; the shown level may be less
     std::string value;                  ///< beside the name, in words; whole
     std::optional<ArtifactRect> frame;  ///< in screen points; only a finite one with an area
+    bool isInClosedMenu = false;        ///< or in a list that drops down; then it is out of sight
   };
 
   explicit AccessibilityLedger(std::shared_ptr<const InterfaceObservation> observation);

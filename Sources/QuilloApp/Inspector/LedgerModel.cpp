@@ -53,7 +53,7 @@ QVariant LedgerModel::data(const QModelIndex& index, int role) const {
     case roleWordRole: return roleWord(line.element->role);
     case nameRole: return shownText(ledger_->name(number));
     case valueRole: return shownText(line.value);
-    case stateWordsRole: return ledgerStateWords(*line.element);
+    case stateWordsRole: return ledgerStateWords(line);
     case isProtectedRole: return line.element->isProtected;
     case isHiddenRole:
       return line.element->visibility == InterfaceVisibility::hidden ||

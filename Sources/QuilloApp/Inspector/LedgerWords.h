@@ -13,8 +13,8 @@ inline constexpr qsizetype longestShownText = 300;
 /// A role in the reader's language.
 QString roleWord(InterfaceSemanticRole role);
 
-/// What a line says of the element besides its texts: "focused", "checked", …; protected and hidden ones first.
-QStringList ledgerStateWords(const InterfaceElement& element);
+/// What a line says of its element besides the texts: "focused", "checked", …; protected and hidden ones first.
+QStringList ledgerStateWords(const AccessibilityLedger::Line& line);
 
 /// The beginning of a captured text, on one line and with nothing that could be mistaken for something else.
 QString shownText(std::string_view text);

@@ -11,6 +11,7 @@
 #include "QuilloApp/Inspector/AccessibilityLedger.h"
 #include "QuilloApp/Inspector/LedgerModel.h"
 #include "QuilloApp/Inspector/LedgerWords.h"
+#include "QuilloCore/Semantics/InterfaceRoleNames.h"
 #include "Tests/Support/ObservationBuilder.h"
 
 namespace quillo::test {
@@ -40,7 +41,7 @@ window 'Sign in' bounds='100 50 400 300'
   textField 'Name' value='Ada\nLovelace' [focused] bounds='120 80 200 30'
   textField 'Password' redacted=1 [protected] bounds='120 120 200 30'
   group bounds='120 160 360 100'
-    checkbox 'Remember me' [checked] bounds='120 160 100 20'
+    checkbox 'Remember me' number=1 [checked] bounds='120 160 100 20'
     slider 'Volume' number=0.5 bounds='120 180 100 20'
     text 'Out of the way' [offscreen] bounds='120 160 10 10'
     button 'Send' [disabled, hidden]
@@ -75,6 +76,30 @@ TEST(Ledger, saysEveryElementInWords) {
       ledger->branchText(3));
   model.setLedger(nullptr);
   EXPECT_EQ(0, model.rowCount());
+}
+
+TEST(Ledger, saysWhatIsOutOfSightOnlyBecauseItsMenuIsClosed) {
+  LedgerModel model;
+  model.setLedger(ledgerOf(R"(
+menuBar
+  menuItem 'File'
+    menu [offscreen]
+      menuItem 'Recent' [offscreen]
+        menuItem 'Letter' [offscreen]
+menu
+  menuItem 'Far below' [offscreen]
+)"));
+  EXPECT_EQ(
+      "menu bar\n  menu item File\n    menu, in a closed menu\n      menu item Recent, in a closed menu\n"
+      "        menu item Letter, in a closed menu\nmenu\n  menu item Far below, scrolled out of sight\n",
+      shown(model));
+}
+
+TEST(Ledger, hasAWordForEveryRole) {
+  for (std::size_t number = 0; number < EnumerationNames<InterfaceSemanticRole>::names.size(); ++number) {
+    const auto role = static_cast<InterfaceSemanticRole>(number);
+    EXPECT_EQ(roleName(role), roleWord(role).toStdString());
+  }
 }
 
 TEST(Ledger, findsTheSmallestElementThatShowsAtAPoint) {
