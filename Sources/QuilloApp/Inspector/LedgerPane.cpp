@@ -57,7 +57,7 @@ void LedgerPane::makeSearch() {
   search_->setPlaceholderText(tr("Find in the ledger"));
   search_->setClearButtonEnabled(true);
   search_->setMinimumWidth(12 * folio::unit);
-  search_->addAction(symbolIcon("magnifyingglass"), QLineEdit::LeadingPosition);
+  search_->addAction(symbolIcon("magnifyingglass"), QLineEdit::LeadingPosition)->setText(tr("Find in the ledger"));
   search_->installEventFilter(this);
   connect(search_, &QLineEdit::textChanged, this, &LedgerPane::search);
   connect(previous_, &QToolButton::clicked, this, [this] { goToMatch(-1); });
@@ -134,7 +134,13 @@ std::int32_t LedgerPane::selectedLine() const {
 }
 
 void LedgerPane::setPointed(std::int32_t line) {
-  delegate_->setPointed(line);
+  // Below a branch that was closed, the branch stands for all that is in it.
+  QModelIndex shown = model_->indexOf(line);
+  for (QModelIndex above = shown.parent(); above.isValid(); above = above.parent()) {
+    if (!tree_->isExpanded(above)) shown = above;
+  }
+  delegate_->setPointed(LedgerModel::lineOf(shown));
+  if (shown.isValid()) tree_->scrollTo(shown);
   tree_->viewport()->update();
 }
 
