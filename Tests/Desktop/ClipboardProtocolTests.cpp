@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <future>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,7 @@
 #include "QuilloCore/Concurrency/BlockingLoop.h"
 #include "QuilloLinux/Clipboard/X11Pasteboard.h"
 #include "RunningProgram.h"
+#include "Tests/Support/PasteboardContract.h"
 
 namespace quillo::test {
 namespace {
@@ -30,6 +32,14 @@ using testing::StartsWith;
 using Kind = ClipboardConditionalWriteResult::Kind;
 using Manner = OwnerAnswer::Manner;
 using Restored = PasteboardConditionalRestoreResult;
+
+TEST_F(Clipboard, keepsTheContract) {
+  std::unique_ptr<ClipboardPeer> other;
+  expectPasteboardContract({.pasteboard = pasteboard_, .copyElsewhere = [&](const std::string& text) {
+                              other = std::make_unique<ClipboardPeer>(
+                                  ClipboardPeer::Answers{{"UTF8_STRING", {.data = text}}});
+                            }});
+}
 
 TEST_F(Clipboard, everyChangeIsCountedOnce) {
   std::uint64_t count = changeCount();
@@ -247,22 +257,6 @@ TEST_F(Clipboard, readingIsBoundedInSize) {
   }
   const ClipboardPeer peer({{"a", {.data = std::string(600, 'a')}}, {"b", {.data = std::string(400, 'b')}}});
   EXPECT_TRUE(runBlocking([&] { return session.captureSnapshot(); }).isComplete());
-}
-
-TEST_F(Clipboard, emptyClipboardIsCompleteAndIsEmptiedAgain) {
-  EXPECT_EQ(captureSnapshot(), PasteboardSnapshot{});
-  const auto written = write({textItem("ours")});
-  EXPECT_EQ(wait([&] { return session_.restore({}, *written.changeCount); }), Restored::restored);
-  EXPECT_EQ(requestor_.connection().owner(), 0);
-  EXPECT_EQ(captureSnapshot(), PasteboardSnapshot{});
-}
-
-TEST_F(Clipboard, nothingOfAnotherProgramIsOverwritten) {
-  const auto written = write({textItem("ours")});
-  const ClipboardPeer peer({{"UTF8_STRING", {.data = "theirs"}}});
-  EXPECT_EQ(write({textItem("later")}, PasteboardUse::borrowed, *written.changeCount).kind, Kind::changed);
-  EXPECT_EQ(wait([&] { return session_.restore({}, *written.changeCount); }), Restored::skippedBecauseClipboardChanged);
-  EXPECT_EQ(requestor_.ask("UTF8_STRING")->data, "theirs");
 }
 
 TEST_F(Clipboard, readingIsGivenUpWhenItsTaskIsCancelled) {

@@ -9,6 +9,7 @@
 
 #include "QuilloCore/Clipboard/Pasteboard.h"
 #include "QuilloCore/Clipboard/PasteboardError.h"
+#include "QuilloCore/Clipboard/TIFFImageConversion.h"
 
 namespace quillo::test {
 
@@ -53,6 +54,8 @@ class FakePasteboard final : public Pasteboard {
       auto& types = contents.items.emplace_back();
       for (PasteboardRepresentation& representation : item.representations) {
         contents.topLevelTypes.push_back(representation.type);
+        if (std::exchange(representation.conversion, {}) == PasteboardConversion::tiffFromPNG)
+          representation.data = TIFFImageConversion::fromPNG(representation.data).value();
         types.push_back({.content = std::move(representation)});
       }
     }

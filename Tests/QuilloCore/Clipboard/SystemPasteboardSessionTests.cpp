@@ -8,6 +8,7 @@
 
 #include "QuilloCore/Concurrency/BlockingLoop.h"
 #include "Tests/Support/FakePasteboard.h"
+#include "Tests/Support/PasteboardContract.h"
 
 namespace quillo::test {
 namespace {
@@ -50,6 +51,13 @@ class SystemPasteboardSessionTest : public testing::Test {
   SystemPasteboardSession session_{pasteboard_, writer_};
 };
 
+TEST_F(SystemPasteboardSessionTest, overTheFakeKeepsTheContract) {
+  expectPasteboardContract({.pasteboard = pasteboard_, .copyElsewhere = [&](const std::string& text) {
+                              pasteboard_.replaceFromOutside(
+                                  {.topLevelTypes = {"UTF8_STRING"}, .items = {{given("UTF8_STRING", text)}}});
+                            }});
+}
+
 TEST_F(SystemPasteboardSessionTest, clipboardComesBackAsItWas) {
   pasteboard_.replaceFromOutside(others_);
   const PasteboardSnapshot snapshot = captureSnapshot();
@@ -65,15 +73,6 @@ TEST_F(SystemPasteboardSessionTest, clipboardComesBackAsItWas) {
   EXPECT_EQ(pasteboard_.contents.items, others_.items);
   EXPECT_EQ(pasteboard_.use, PasteboardUse::restored);
   EXPECT_EQ(captureSnapshot(), snapshot);
-}
-
-TEST_F(SystemPasteboardSessionTest, emptyClipboardIsEmptyAgain) {
-  const PasteboardSnapshot snapshot = captureSnapshot();
-  EXPECT_EQ(snapshot, PasteboardSnapshot{});
-  EXPECT_TRUE(snapshot.isComplete());
-  const auto written = write(changeCount());
-  EXPECT_EQ(restore(snapshot, *written.changeCount), Restored::restored);
-  EXPECT_EQ(pasteboard_.contents, PasteboardReading{});
 }
 
 TEST_F(SystemPasteboardSessionTest, whatCannotBeReadMakesTheSnapshotIncomplete) {
