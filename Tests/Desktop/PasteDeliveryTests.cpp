@@ -168,21 +168,38 @@ const std::vector<PasteboardRepresentation> usersContent = {{"text/plain;charset
                                                             {"text/html", "<b>What the user had copied</b>"},
                                                             {"application/x-private", std::string(300'000, '\x01')}};
 
+/// A user who has copied something and pastes a capture into the field.
+struct Pasting {
+  explicit Pasting(PasteField field, const PasteDeliveryService::Configuration& configuration = quick)
+      : recorder(field), before(copied()), delivering(configuration), target(delivering.await(recorder, field)) {}
+
+  PasteDeliveryResult deliver() { return delivering.deliver(target); }
+  std::string recorded() const { return recorder.recorded(); }
+
+  PasteRecorder recorder;
+  OtherProgram other;
+  PasteboardReading before;
+  Delivering delivering;
+  FrozenPasteTarget target;
+
+ private:
+  PasteboardReading copied() {
+    other.copy(usersContent);
+    return other.paste();
+  }
+};
+
 class EveryDestination : public testing::TestWithParam<PasteField> {};
 
 TEST_P(EveryDestination, getsTheScreenshotAndThenTheText) {
   const PasteField field = GetParam();
-  const PasteRecorder recorder(field);
-  OtherProgram other;
-  other.copy(usersContent);
-  const PasteboardReading before = other.paste();
-  Delivering delivering;
-  const PasteDeliveryResult result = delivering.deliver(delivering.await(recorder, field));
+  Pasting pasting(field, {});
+  const PasteDeliveryResult result = pasting.deliver();
   EXPECT_EQ(pasteMessage(result), "Screenshot, interface map, and note pasted");
   EXPECT_EQ(result.clipboardRestoration, PasteClipboardRestoration::restored);
   // A terminal has no use for a picture.
-  EXPECT_EQ(recorder.recorded(), field == PasteField::terminal ? words : "image 16x12\ntext \"" + words + "\"\n");
-  EXPECT_EQ(other.paste(), before);
+  EXPECT_EQ(pasting.recorded(), field == PasteField::terminal ? words : "image 16x12\ntext \"" + words + "\"\n");
+  EXPECT_EQ(pasting.other.paste(), pasting.before);
 }
 
 INSTANTIATE_TEST_SUITE_P(PasteDelivery, EveryDestination,
@@ -192,23 +209,18 @@ INSTANTIATE_TEST_SUITE_P(PasteDelivery, EveryDestination,
 
 TEST(PasteDelivery, aHundredInARowLeaveTheClipboardAsItWas) {
   constexpr int count = 100;
-  const PasteRecorder recorder(PasteField::qtEditor);
-  OtherProgram other;
-  other.copy(usersContent);
-  const PasteboardReading before = other.paste();
-  Delivering delivering(quick);
-  const FrozenPasteTarget target = delivering.await(recorder, PasteField::qtEditor);
+  Pasting pasting(PasteField::qtEditor);
   std::string expected;
   std::string text;
   for (int i = 0; i < count; ++i) {
-    const PasteDeliveryResult result = delivering.deliver(target);
+    const PasteDeliveryResult result = pasting.deliver();
     ASSERT_EQ(pasteMessage(result), "Screenshot, interface map, and note pasted") << i;
     ASSERT_EQ(result.clipboardRestoration, PasteClipboardRestoration::restored) << i;
     text += words;
     expected += "image 16x12\ntext \"" + text + "\"\n";
   }
-  EXPECT_EQ(recorder.recorded(), expected);
-  EXPECT_EQ(other.paste(), before);
+  EXPECT_EQ(pasting.recorded(), expected);
+  EXPECT_EQ(pasting.other.paste(), pasting.before);
 }
 
 TEST(PasteDelivery, whateverAnotherProgramCopiesMeanwhileStays) {
@@ -223,18 +235,14 @@ TEST(PasteDelivery, whateverAnotherProgramCopiesMeanwhileStays) {
         Case{"focus?3", "The clipboard changed before Quillo could finish pasting", "image 16x12\n"},
         Case{"write2", "The clipboard changed before Quillo could finish pasting", "image 16x12\n"},
         Case{"restore1", "Screenshot, interface map, and note pasted", all.c_str()}}) {
-    const PasteRecorder recorder(PasteField::qtEditor);
-    OtherProgram other;
-    other.copy(usersContent);
+    Pasting pasting(PasteField::qtEditor);
     OtherProgram third;
-    Delivering delivering(quick);
-    const FrozenPasteTarget target = delivering.await(recorder, PasteField::qtEditor);
-    delivering.interruptions.before(step, [&] { third.copy({{"text/plain", "newer"}}); });
-    const PasteDeliveryResult result = delivering.deliver(target);
+    pasting.delivering.interruptions.before(step, [&] { third.copy({{"text/plain", "newer"}}); });
+    const PasteDeliveryResult result = pasting.deliver();
     EXPECT_EQ(pasteMessage(result), message) << step;
     EXPECT_EQ(result.clipboardRestoration, PasteClipboardRestoration::skippedBecauseClipboardChanged) << step;
-    EXPECT_EQ(recorder.recorded(), recorded) << step;
-    const PasteboardReading after = other.paste();
+    EXPECT_EQ(pasting.recorded(), recorded) << step;
+    const PasteboardReading after = pasting.other.paste();
     ASSERT_EQ(after.items.size(), 1U) << step;
     EXPECT_EQ(after.items[0][0].content.data, "newer") << step;
   }
@@ -248,14 +256,9 @@ TEST(PasteDelivery, whenTheFocusMovesNothingMoreIsPastedAndTheClipboardComesBack
   for (const auto& [step, recorded] :
        {Case{"focus?1", ""}, Case{"focus?2", ""}, Case{"paste1", ""}, Case{"focus?3", "image 16x12\n"},
         Case{"focus?4", "image 16x12\n"}, Case{"paste2", "image 16x12\n"}}) {
-    const PasteRecorder recorder(PasteField::qtEditor);
-    OtherProgram other;
-    other.copy(usersContent);
-    const PasteboardReading before = other.paste();
-    Delivering delivering(quick);
-    const FrozenPasteTarget target = delivering.await(recorder, PasteField::qtEditor);
+    Pasting pasting(PasteField::qtEditor);
     std::unique_ptr<TestWindow> window;
-    delivering.interruptions.before(step, [&] {
+    pasting.delivering.interruptions.before(step, [&] {
       window = std::make_unique<TestWindow>();
       window->activate();
       // On its way the focus is nowhere.
@@ -264,27 +267,22 @@ TEST(PasteDelivery, whenTheFocusMovesNothingMoreIsPastedAndTheClipboardComesBack
         return focus && focus->processIdentifier == ::getpid();
       }));
     });
-    const PasteDeliveryResult result = delivering.deliver(target);
+    const PasteDeliveryResult result = pasting.deliver();
     EXPECT_EQ(pasteMessage(result), "The destination changed before Quillo could finish pasting") << step;
-    EXPECT_EQ(recorder.recorded(), recorded) << step;
-    EXPECT_EQ(other.paste(), before) << step;
+    EXPECT_EQ(pasting.recorded(), recorded) << step;
+    EXPECT_EQ(pasting.other.paste(), pasting.before) << step;
   }
 }
 
 // Whoever dies or hangs between the two stages, and whatever cannot be saved: the user's clipboard is what it was.
 TEST(PasteDelivery, aDestinationThatDiesOrHangsCostsNoClipboard) {
   for (const int signal : {SIGKILL, SIGSTOP}) {
-    const PasteRecorder recorder(PasteField::gtk3Editor);
-    OtherProgram other;
-    other.copy(usersContent);
-    const PasteboardReading before = other.paste();
-    Delivering delivering(quick);
-    const FrozenPasteTarget target = delivering.await(recorder, PasteField::gtk3Editor);
-    delivering.interruptions.before("focus?3", [&] { recorder.signal(signal); });
-    const PasteDeliveryResult result = delivering.deliver(target);
+    Pasting pasting(PasteField::gtk3Editor);
+    pasting.delivering.interruptions.before("focus?3", [&] { pasting.recorder.signal(signal); });
+    const PasteDeliveryResult result = pasting.deliver();
     EXPECT_EQ(pasteMessage(result), "The destination changed before Quillo could finish pasting") << signal;
     EXPECT_EQ(result.clipboardRestoration, PasteClipboardRestoration::restored) << signal;
-    EXPECT_EQ(other.paste(), before) << signal;
+    EXPECT_EQ(pasting.other.paste(), pasting.before) << signal;
   }
 }
 
@@ -309,17 +307,16 @@ TEST(PasteDelivery, anEmptyClipboardComesBackEmptyAndOneThatCannotBeSavedIsLeftA
 }
 
 TEST(PasteDelivery, aKeyThatStaysDownTouchesNothing) {
-  const PasteRecorder recorder(PasteField::qtEditor);
-  OtherProgram other;
-  other.copy(usersContent);
-  Delivering delivering;
-  const FrozenPasteTarget target = delivering.await(recorder, PasteField::qtEditor);
-  const std::uint64_t count = delivering.loop.run([&] { return delivering.session.changeCount(); });
+  Pasting pasting(PasteField::qtEditor, {});
+  const auto countChanges = [&] {
+    return pasting.delivering.loop.run([&] { return pasting.delivering.session.changeCount(); });
+  };
+  const std::uint64_t count = countChanges();
   runProgram({"xdotool", "keydown", "Super_L"});
-  EXPECT_EQ(pasteMessage(delivering.deliver(target)), "Release the shortcut keys, then try pasting again");
+  EXPECT_EQ(pasteMessage(pasting.deliver()), "Release the shortcut keys, then try pasting again");
   runProgram({"xdotool", "keyup", "Super_L"});
-  EXPECT_EQ(recorder.recorded(), "");
-  EXPECT_EQ(delivering.loop.run([&] { return delivering.session.changeCount(); }), count);
+  EXPECT_EQ(pasting.recorded(), "");
+  EXPECT_EQ(countChanges(), count);
 }
 
 }  // namespace

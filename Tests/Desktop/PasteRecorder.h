@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <ostream>
 #include <string>
 
 #include "RunningProgram.h"
@@ -11,6 +12,9 @@ namespace quillo::test {
 enum class PasteField : std::uint8_t { gtk3Editor, gtk4Entry, qtEditor, chromiumTextarea, chromiumEditable, terminal };
 
 std::string nameOf(PasteField field);
+inline void PrintTo(PasteField field, std::ostream* stream) {
+  *stream << nameOf(field);
+}
 
 /// A program with a focused field that writes down what is pasted into it.
 class PasteRecorder {
