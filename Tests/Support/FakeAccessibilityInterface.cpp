@@ -1,7 +1,6 @@
 #include "Tests/Support/FakeAccessibilityInterface.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstdio>
 #include <stdexcept>
 #include <utility>
@@ -20,24 +19,6 @@ AccessibilityElement markerAt(std::int64_t index) {
 
 std::int64_t indexOf(AccessibilityElement marker) {
   return static_cast<std::int64_t>(marker.token - markerTokens);
-}
-
-std::vector<std::string> splitAtCommas(const std::string& text) {
-  std::vector<std::string> parts;
-  for (std::size_t begin = 0; begin <= text.size();) {
-    const std::size_t end = std::min(text.find(',', begin), text.size());
-    parts.push_back(text.substr(begin, end - begin));
-    begin = end + 1;
-  }
-  return parts;
-}
-
-std::string roleOf(const std::string& kind) {
-  if (kind.starts_with("AX")) return kind;
-  if (kind == "text") return "AXStaticText";
-  std::string role = "AX" + kind;
-  role[2] = static_cast<char>(std::toupper(static_cast<unsigned char>(role[2])));
-  return role;
 }
 
 void applyFlag(FakeElement& element, const std::string& flag) {
@@ -67,15 +48,14 @@ void applyField(FakeElement& element, const std::string& key, const std::string&
   } else if (key == "number") {
     element.attributes["AXWindowNumber"] = static_cast<std::int64_t>(std::stoll(value));
   } else if (key == "actions") {
-    element.actions = splitAtCommas(value);
+    element.actions = splitParts(value, ',');
   } else if (key == "text") {
     element.text = value;
     element.attributes["AXNumberOfCharacters"] = utf16Length(value);
   } else if (key == "frame") {
-    const std::vector<std::string> numbers = splitAtCommas(value);
-    if (numbers.size() != 4) throw std::invalid_argument("a frame has four numbers, not " + value);
-    element.attributes["AXPosition"] = ArtifactPoint{std::stod(numbers[0]), std::stod(numbers[1])};
-    element.attributes["AXSize"] = ArtifactSize{std::stod(numbers[2]), std::stod(numbers[3])};
+    const ArtifactRect frame = parseFrame(value);
+    element.attributes["AXPosition"] = ArtifactPoint{frame.x, frame.y};
+    element.attributes["AXSize"] = ArtifactSize{frame.width, frame.height};
   } else if (key.starts_with("AX")) {
     element.attributes[key] = value;
   } else {
@@ -268,7 +248,7 @@ AccessibilityElement FakeAccessibilityInterface::addTree(const NotationNode& nod
   const AccessibilityElement element = add();
   added.push_back(element);
   FakeElement fake;
-  fake.attributes["AXRole"] = roleOf(node.kind);
+  fake.attributes["AXRole"] = accessibilityRoleOf(node.kind);
   if (node.title) fake.attributes["AXTitle"] = *node.title;
   for (const auto& flag : node.flags) applyFlag(fake, flag);
   for (const auto& [key, value] : node.fields) applyField(fake, key, value);

@@ -14,16 +14,6 @@
 namespace quillo::test {
 namespace {
 
-std::vector<std::string> split(std::string_view text, char separator) {
-  std::vector<std::string> pieces;
-  for (std::size_t begin = 0; begin <= text.size();) {
-    const std::size_t end = std::min(text.find(separator, begin), text.size());
-    pieces.emplace_back(text.substr(begin, end - begin));
-    begin = end + 1;
-  }
-  return pieces;
-}
-
 template <class Number>
 std::vector<Number> numbers(const std::string& text) {
   std::istringstream stream(text);
@@ -99,12 +89,12 @@ std::int64_t asInteger(const std::string& value) {
   return std::stoll(value);
 }
 std::vector<std::string> asList(const std::string& value) {
-  return split(value, '|');
+  return splitParts(value, '|');
 }
 
 FieldSetter actions(InterfaceActionSource source) {
   return [=](InterfaceElement& element, const std::string& names) {
-    for (std::string& name : split(names, ',')) element.actions.push_back({std::move(name), source});
+    for (std::string& name : splitParts(names, ',')) element.actions.push_back({std::move(name), source});
   };
 }
 
@@ -137,13 +127,13 @@ const std::map<std::string, FieldSetter, std::less<>> fieldSetters = {
     {"inferred", actions(InterfaceActionSource::inferred)},
     {"identifiers",
      [](InterfaceElement& element, const std::string& values) {
-       for (std::string& value : split(values, ',')) {
+       for (std::string& value : splitParts(values, ',')) {
          element.identifiers.push_back({InterfaceIdentifierKind::dom, std::move(value)});
        }
      }},
     {"children",
      [](InterfaceElement& element, const std::string& ids) {
-       for (std::string& id : split(ids, ',')) element.childIDs.push_back(std::move(id));
+       for (std::string& id : splitParts(ids, ',')) element.childIDs.push_back(std::move(id));
      }},
 };
 

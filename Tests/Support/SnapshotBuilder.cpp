@@ -1,6 +1,5 @@
 #include "Tests/Support/SnapshotBuilder.h"
 
-#include <cctype>
 #include <charconv>
 #include <map>
 #include <optional>
@@ -14,18 +13,6 @@
 
 namespace quillo::test {
 namespace {
-
-std::vector<std::string> split(const std::string& text, char separator) {
-  std::vector<std::string> parts(1);
-  for (const char c : text) {
-    if (c == separator) {
-      parts.emplace_back();
-    } else {
-      parts.back() += c;
-    }
-  }
-  return parts;
-}
 
 template <class Number>
 std::optional<Number> parseWhole(std::string_view text) {
@@ -45,25 +32,8 @@ AccessibilityAttributeValue parseValue(const std::string& text) {
     const auto end = parseWhole<std::int64_t>(std::string_view(text).substr(dots + 2));
     if (begin && end) return ArtifactTextRange{.location = *begin, .length = *end - *begin};
   }
-  if (text.find('|') != std::string::npos) return split(text, '|');
+  if (text.find('|') != std::string::npos) return splitParts(text, '|');
   return text;
-}
-
-ArtifactRect parseFrame(const std::string& text) {
-  const std::vector<std::string> numbers = split(text, ',');
-  if (numbers.size() != 4) throw std::invalid_argument("a frame has four numbers, not " + text);
-  return {.x = std::stod(numbers[0]),
-          .y = std::stod(numbers[1]),
-          .width = std::stod(numbers[2]),
-          .height = std::stod(numbers[3])};
-}
-
-std::string roleOf(const std::string& kind) {
-  if (kind.starts_with("AX")) return kind;
-  if (kind == "text") return "AXStaticText";
-  std::string role = "AX" + kind;
-  role[2] = static_cast<char>(std::toupper(static_cast<unsigned char>(role[2])));
-  return role;
 }
 
 void applyFlag(AccessibilityNode& node, const std::string& flag) {
@@ -89,11 +59,11 @@ void applyField(AccessibilityNode& node, const std::string& key, const std::stri
   } else if (key == "subrole") {
     node.subrole = value;
   } else if (key == "actions") {
-    node.attributes.push_back({"AXActions", split(value, ',')});
+    node.attributes.push_back({"AXActions", splitParts(value, ',')});
   } else if (key == "frame") {
     node.frame = parseFrame(value);
   } else if (key == "refs") {
-    for (const std::string& id : split(value, ',')) node.childIDs.push_back(std::stoll(id));
+    for (const std::string& id : splitParts(value, ',')) node.childIDs.push_back(std::stoll(id));
   } else if (key.starts_with("AX")) {
     node.attributes.push_back({key, parseValue(value)});
   } else {
@@ -109,7 +79,7 @@ std::int64_t addTree(AccessibilitySnapshot& snapshot, const NotationNode& tree, 
   node.id = id;
   node.parentID = parent;
   node.depth = depth;
-  node.role = roleOf(tree.kind);
+  node.role = accessibilityRoleOf(tree.kind);
   if (tree.title) node.attributes.push_back({"AXTitle", *tree.title});
   for (const std::string& flag : tree.flags) applyFlag(node, flag);
   for (const NotationNode& child : tree.children) node.childIDs.push_back(addTree(snapshot, child, id, depth + 1));

@@ -1,6 +1,7 @@
 #include "Tests/Support/TreeNotation.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstddef>
 #include <stdexcept>
 
@@ -140,6 +141,35 @@ NotationNode parseTree(std::string_view notation) {
   std::vector<NotationNode> trees = parseTrees(notation);
   if (trees.size() != 1) throw std::invalid_argument("expected exactly one root");
   return std::move(trees.front());
+}
+
+std::vector<std::string> splitParts(std::string_view value, char separator) {
+  std::vector<std::string> parts(1);
+  for (const char c : value) {
+    if (c == separator) {
+      parts.emplace_back();
+    } else {
+      parts.back() += c;
+    }
+  }
+  return parts;
+}
+
+ArtifactRect parseFrame(std::string_view value) {
+  const std::vector<std::string> numbers = splitParts(value, ',');
+  if (numbers.size() != 4) throw std::invalid_argument("a frame has four numbers, not " + std::string(value));
+  return {.x = std::stod(numbers[0]),
+          .y = std::stod(numbers[1]),
+          .width = std::stod(numbers[2]),
+          .height = std::stod(numbers[3])};
+}
+
+std::string accessibilityRoleOf(const std::string& kind) {
+  if (kind.starts_with("AX")) return kind;
+  if (kind == "text") return "AXStaticText";
+  std::string role = "AX" + kind;
+  role[2] = static_cast<char>(std::toupper(static_cast<unsigned char>(role[2])));
+  return role;
 }
 
 }  // namespace quillo::test

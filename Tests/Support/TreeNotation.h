@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "QuilloCore/Support/Geometry.h"
+
 namespace quillo::test {
 
 /// One line of the notation in which tests write trees.
@@ -32,5 +34,14 @@ std::vector<NotationNode> parseTrees(std::string_view notation);
 
 /// As `parseTrees`, for exactly one root.
 NotationNode parseTree(std::string_view notation);
+
+/// The parts of a field's value; at least one, which may be empty.
+std::vector<std::string> splitParts(std::string_view value, char separator);
+
+/// Four numbers, "x,y,width,height". Throws std::invalid_argument.
+ArtifactRect parseFrame(std::string_view value);
+
+/// "button" is AXButton, "text" is AXStaticText; a role is itself.
+std::string accessibilityRoleOf(const std::string& kind);
 
 }  // namespace quillo::test
