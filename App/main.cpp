@@ -9,6 +9,7 @@
 
 #include "DesktopPlatform.h"
 #include "QuilloApp.h"
+#include "QuilloApp/Interface/Translations.h"
 #include "QuilloApp/Setup/PracticeWindow.h"
 #include "QuilloCore/Artifacts/ArtifactStore.h"
 #include "QuilloCore/Concurrency/TerminationSignals.h"
@@ -112,6 +113,7 @@ int runMain(int argumentCount, char** arguments) {
   QApplication::setApplicationVersion(QStringLiteral(QUILLO_VERSION));
   QApplication::setDesktopFileName(QStringLiteral("org.quillo.Quillo"));
   QApplication::setQuitOnLastWindowClosed(false);
+  installTranslations();
 
   // The guide's practice window is no part of the session's instance.
   if (QCoreApplication::arguments().value(1) == QStringLiteral("--practice")) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "QuilloApp/Inspector/LedgerWords.h"
+#include "QuilloApp/Interface/Translations.h"
 
 namespace quillo {
 namespace {
@@ -46,19 +47,21 @@ class Sentences {
   QString number(std::int64_t count) const { return locale_.toString(static_cast<qlonglong>(count)); }
 
   QString elements(std::int64_t count) const {
-    return count == 1 ? Coverage::tr("1 element") : Coverage::tr("%1 elements").arg(number(count));
+    return Coverage::tr("%1 elements", nullptr, pluralNumber(count)).arg(number(count));
+  }
+
+  QString characters(std::int64_t count) const {
+    return Coverage::tr("%1 characters", nullptr, pluralNumber(count)).arg(number(count));
   }
 
   QString amount(const Cut& cut, bool isText) const {
     if (cut.omitted == 0) return isText ? Coverage::tr("Some text") : Coverage::tr("Some elements");
-    const QString counted = isText ? (cut.omitted == 1 ? Coverage::tr("1 character")
-                                                       : Coverage::tr("%1 characters").arg(number(cut.omitted)))
-                                   : elements(cut.omitted);
+    const QString counted = isText ? characters(cut.omitted) : elements(cut.omitted);
     return cut.areAllKnown ? counted : Coverage::tr("At least %1").arg(counted);
   }
 
   QString places(const Cut& cut) const {
-    return cut.places == 1 ? Coverage::tr("in 1 place") : Coverage::tr("in %1 places").arg(number(cut.places));
+    return Coverage::tr("in %1 places", nullptr, pluralNumber(cut.places)).arg(number(cut.places));
   }
 
   /// Empty when that limit cut nothing.
@@ -96,13 +99,14 @@ QStringList notes(const InterfaceObservationCompleteness& completeness, const QL
   for (const std::string_view message : order) {
     if (lines.size() == static_cast<qsizetype>(mostNotes)) {
       const auto rest = static_cast<qulonglong>(order.size() - mostNotes);
-      lines << Coverage::tr("%1 more notes.").arg(locale.toString(rest));
+      lines << Coverage::tr("%1 more notes.", nullptr, pluralNumber(rest)).arg(locale.toString(rest));
       break;
     }
     const QString text = Coverage::tr("Note: %1").arg(shownText(message));
     const std::int64_t count = counts[message];
     lines << (count == 1 ? text
-                         : Coverage::tr("%1 (%2 times)").arg(text, locale.toString(static_cast<qlonglong>(count))));
+                         : Coverage::tr("%1 (%2 times)", nullptr, pluralNumber(count))
+                               .arg(text, locale.toString(static_cast<qlonglong>(count))));
   }
   return lines;
 }
@@ -128,7 +132,9 @@ CoverageSummary describeCoverage(const InterfaceObservation& observation, const 
   const auto protectedCount = std::ranges::count(observation.elements, true, &InterfaceElement::isProtected);
   if (protectedCount > 0) {
     const QString counted = sentences.elements(protectedCount);
-    if (!summary.isPartial) summary.headline += Coverage::tr(", %1 protected").arg(sentences.number(protectedCount));
+    if (!summary.isPartial)
+      summary.headline +=
+          Coverage::tr(", %1 protected", nullptr, pluralNumber(protectedCount)).arg(sentences.number(protectedCount));
     summary.details << Coverage::tr("%1 protected, such as passwords: no text of theirs was read.").arg(counted);
   }
   if (completeness.prunedNodeCount > 0)

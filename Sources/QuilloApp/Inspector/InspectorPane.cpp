@@ -17,6 +17,7 @@
 #include "QuilloApp/Inspector/PastePreview.h"
 #include "QuilloApp/Inspector/ScreenshotPane.h"
 #include "QuilloApp/Inspector/ScreenshotView.h"
+#include "QuilloApp/Interface/MessageText.h"
 #include "QuilloApp/Interface/QuietLabel.h"
 #include "QuilloCore/Artifacts/ArtifactPasteTextRenderer.h"
 
@@ -261,8 +262,7 @@ void InspectorPane::updateSaveState() {
   if (state.isSavingEdits) {
     saveState_->setText(tr("Saving…"));
   } else if (state.saveFailure) {
-    saveState_->setText(
-        tr("Not saved: %1 What you wrote is kept here.").arg(QString::fromStdString(*state.saveFailure)));
+    saveState_->setText(tr("Not saved: %1 What you wrote is kept here.").arg(messageText(*state.saveFailure)));
   } else {
     saveState_->setText(state.hasUnsavedChanges ? tr("Not saved yet") : tr("Saved"));
   }

@@ -16,6 +16,7 @@
 #include "QuilloApp/Inspector/LedgerModel.h"
 #include "QuilloApp/Interface/QuietLabel.h"
 #include "QuilloApp/Interface/Symbols.h"
+#include "QuilloApp/Interface/Translations.h"
 
 namespace quillo {
 
@@ -198,7 +199,7 @@ void LedgerPane::updateCount() {
   } else if (found != matches_.end() && *found == selectedLine()) {
     count_->setText(tr("%1 of %2").arg(locale.toString(static_cast<qlonglong>(found - matches_.begin()) + 1), all));
   } else {
-    count_->setText(tr("%1 matches").arg(all));
+    count_->setText(tr("%1 matches", nullptr, pluralNumber(matches_.size())).arg(all));
   }
 }
 

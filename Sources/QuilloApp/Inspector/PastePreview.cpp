@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <utility>
 
+#include "QuilloApp/Interface/Translations.h"
 #include "QuilloCore/Support/GraphemeClusters.h"
 
 namespace quillo {
@@ -47,10 +48,11 @@ QString describePasteText(std::string_view text, const QLocale& locale) {
   const std::int64_t count = countGraphemeClusters(text);
   const std::int64_t tokens = (count + charactersPerToken - 1) / charactersPerToken;
   QString words =
-      PastePreview::tr("%1 characters, about %2 tokens.")
+      PastePreview::tr("%1 characters, about %2 tokens.", nullptr, pluralNumber(count))
           .arg(locale.toString(static_cast<qlonglong>(count)), locale.toString(static_cast<qlonglong>(tokens)));
   if (count > attachmentLimit)
-    words += QLatin1Char(' ') + PastePreview::tr("Chat fields may turn more than %1 characters into an attachment.")
+    words += QLatin1Char(' ') + PastePreview::tr("Chat fields may turn more than %1 characters into an attachment.",
+                                                 nullptr, pluralNumber(attachmentLimit))
                                     .arg(locale.toString(static_cast<qlonglong>(attachmentLimit)));
   return words;
 }

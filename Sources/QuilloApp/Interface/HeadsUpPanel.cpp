@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "QuilloApp/Interface/MessageText.h"
 #include "QuilloApp/Interface/QuietText.h"
 #include "QuilloApp/Interface/Symbols.h"
 #include "QuilloCore/Concurrency/PendingResult.h"
@@ -52,7 +53,7 @@ QScreen* screenOf(const std::optional<ArtifactRect>& frame) {
 }  // namespace
 
 class HeadsUpPanel::Window final : public QWidget {
-  Q_DECLARE_TR_FUNCTIONS(HeadsUpPanel)
+  Q_DECLARE_TR_FUNCTIONS(quillo::HeadsUpPanel)
 
  public:
   Window()
@@ -102,6 +103,8 @@ class HeadsUpPanel::Window final : public QWidget {
     detail_.setVisible(!detail.isEmpty());
     setAccessibleName(detail.isEmpty() ? title : tr("%1. %2").arg(title, detail));
   }
+
+  void sayThatItIsRead(const QString& title) { say(title, tr("Reading window and interface…"), false); }
 
   /// Beside what went wrong; the palette's own colour stands beside all else.
   void setIsFailure(bool isFailure) {
@@ -178,13 +181,13 @@ HeadsUpPanel::Window& HeadsUpPanel::window() {
 }
 
 void HeadsUpPanel::showProgress(const CaptureNotice& notice) {
-  window().say(QString::fromStdString(notice.title), Window::tr("Reading window and interface…"), false);
+  window().sayThatItIsRead(QString::fromStdString(notice.title));
   loadPicture(notice.screenshotPNG);
   window().appear(notice.windowFrame);
 }
 
 void HeadsUpPanel::showSuccess(const CaptureNotice& notice) {
-  window().say(QString::fromStdString(notice.title), QString::fromStdString(notice.detail), false);
+  window().say(QString::fromStdString(notice.title), messageText(notice.detail), false);
   loadPicture(notice.screenshotPNG);
   window().appear(notice.windowFrame);
 }
@@ -193,7 +196,7 @@ void HeadsUpPanel::showFailure(const CaptureFailureNotice& notice) {
   shownPNG_.reset();
   window().showSymbol("exclamationmark.triangle");
   window().setIsFailure(true);
-  window().say(QString::fromStdString(notice.message), QString::fromStdString(notice.remedy.value_or("")), true);
+  window().say(messageText(notice.message), messageText(notice.remedy.value_or("")), true);
   window().appear(notice.windowFrame);
 }
 

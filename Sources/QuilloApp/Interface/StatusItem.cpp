@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "QuilloApp/Interface/MessageText.h"
 #include "QuilloApp/Interface/Symbols.h"
 
 namespace quillo {
@@ -11,7 +12,7 @@ namespace {
 
 /// An ampersand would mark the next letter.
 QString itemText(const std::string& text) {
-  return QString::fromStdString(text).replace(QLatin1Char('&'), QStringLiteral("&&"));
+  return messageText(text).replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
 
 bool haveSameShape(const std::vector<StatusMenuEntry>& a, const std::vector<StatusMenuEntry>& b) {
@@ -24,7 +25,7 @@ StatusItem::StatusItem(QuilloModel& model, QuilloApplicationDelegate& delegate, 
     : model_(model), delegate_(delegate), activate_(std::move(activate)) {
   menu_.setObjectName(QStringLiteral("statusMenu"));
   menu_.setAccessibleName(QStringLiteral("Quillo"));
-  menu_.setAccessibleDescription(QString::fromUtf8(QuilloApplicationDelegate::statusItemDescription));
+  menu_.setAccessibleDescription(messageText(QuilloApplicationDelegate::statusItemDescription));
   connect(&menu_, &QMenu::aboutToShow, this, &StatusItem::menuWillOpen);
   connect(&host_, &TrayHost::changed, this, &StatusItem::followHost);
   // Hosts on the bus read the menu before they announce that it opens, so it is always there and up to date.
@@ -42,7 +43,7 @@ void StatusItem::followHost() {
   icon_.reset();
   if (host_.isPresent()) {
     icon_ = std::make_unique<QSystemTrayIcon>(applicationIcon());
-    icon_->setToolTip(QString::fromUtf8(QuilloApplicationDelegate::statusItemToolTip));
+    icon_->setToolTip(messageText(QuilloApplicationDelegate::statusItemToolTip));
     icon_->setContextMenu(&menu_);
     connect(icon_.get(), &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
       if (reason == QSystemTrayIcon::Trigger) activate_();

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "QuilloApp/Inspector/InspectorPane.h"
+#include "QuilloApp/Interface/MessageText.h"
 #include "QuilloApp/Interface/Symbols.h"
 #include "QuilloApp/Interface/Thumbnails.h"
 #include "QuilloApp/Library/CaptureList.h"
@@ -36,8 +37,8 @@ ActivityLine activityLine(const Activity& activity) {
     case Activity::Kind::capturing: return {"hourglass", LibraryWindow::tr("Reading window and interface…")};
     case Activity::Kind::saving: return {"hourglass", LibraryWindow::tr("Saving changes…")};
     case Activity::Kind::pasting: return {"hourglass", LibraryWindow::tr("Pasting capture…")};
-    case Activity::Kind::success: return {"checkmark.circle", QString::fromStdString(activity.message)};
-    case Activity::Kind::failure: return {"exclamationmark.triangle", QString::fromStdString(activity.message)};
+    case Activity::Kind::success: return {"checkmark.circle", messageText(activity.message)};
+    case Activity::Kind::failure: return {"exclamationmark.triangle", messageText(activity.message)};
   }
   return {};
 }
@@ -264,10 +265,10 @@ void LibraryWindow::updatePages() {
   emptySymbol_->setAccessibleName(isTrouble ? tr("Problem") : tr("Quillo"));
   if (failure) {
     emptyTitle_->setText(tr("The library cannot be read"));
-    emptyText_->setText(QString::fromStdString(*failure));
+    emptyText_->setText(messageText(*failure));
   } else if (state.selectionFailure) {
     emptyTitle_->setText(tr("This capture cannot be opened"));
-    emptyText_->setText(QString::fromStdString(*state.selectionFailure));
+    emptyText_->setText(messageText(*state.selectionFailure));
   } else if (state.activity.kind == Activity::Kind::loading) {
     emptyTitle_->setText(tr("Loading artifacts…"));
     emptyText_->clear();

@@ -6,7 +6,9 @@
 #include <QVBoxLayout>
 #include <chrono>
 
+#include "QuilloApp/Interface/MessageText.h"
 #include "QuilloApp/Interface/Symbols.h"
+#include "QuilloApp/Interface/Translations.h"
 #include "QuilloApp/Setup/PermissionRows.h"
 #include "QuilloApp/Setup/SetupLayout.h"
 #include "QuilloApp/Setup/ShortcutRows.h"
@@ -162,10 +164,12 @@ QString GuidePane::stateText(GuideStep step) const {
       if (isDone) return tr("Captured: %1").arg(qString(progress_.capturedTitle()));
       break;
     case GuideStep::paste:
-      if (isDone) return tr("Pasted: %L1 characters have arrived.").arg(*progress_.pastedCharacterCount());
+      if (isDone)
+        return tr("Pasted: %L1 characters have arrived.", nullptr, pluralNumber(*progress_.pastedCharacterCount()))
+            .arg(*progress_.pastedCharacterCount());
       break;
   }
-  if (state.activity.kind == Activity::Kind::failure) return qString(state.activity.message);
+  if (state.activity.kind == Activity::Kind::failure) return messageText(state.activity.message);
   const QuilloHotKey& keys =
       step == GuideStep::capture ? state.hotKeyConfiguration.capture : state.hotKeyConfiguration.paste;
   return practice_.isOpen() ? tr("Waiting for you to press %1…").arg(keyNames(keys))

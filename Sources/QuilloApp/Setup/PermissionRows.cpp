@@ -4,6 +4,7 @@
 #include <QGridLayout>
 #include <QPointer>
 
+#include "QuilloApp/Interface/MessageText.h"
 #include "QuilloApp/Interface/Symbols.h"
 #include "QuilloApp/Setup/SetupLayout.h"
 
@@ -34,7 +35,7 @@ PermissionRows::Row PermissionRows::makeRow(QGridLayout& grid, ContextCapturePer
                 .text = new QLabel(this),
                 .advice = setup::makeQuietParagraph(this, id + QStringLiteral("Advice")),
                 .button = new QPushButton(isAccessibility ? tr("&Allow…") : tr("&Explain…"), this)};
-  const QString name = setup::qString(displayName(permission));
+  const QString name = messageText(displayName(permission));
   row.symbol->setFixedSize(3 * unit, 3 * unit);
   row.text->setObjectName(id + QStringLiteral("State"));
   row.button->setObjectName(id + QStringLiteral("Button"));
@@ -69,7 +70,7 @@ Task<> PermissionRows::ask(ContextCapturePermission permission) {
 }
 
 void PermissionRows::show(Row& row, bool isGranted) {
-  const QString name = setup::qString(displayName(row.permission));
+  const QString name = messageText(displayName(row.permission));
   row.symbol->setPixmap(
       symbolIcon(isGranted ? "checkmark.shield" : "exclamationmark.shield").pixmap(QSize(20, 20), devicePixelRatioF()));
   row.symbol->setAccessibleName(isGranted ? tr("Allowed") : tr("Not allowed"));

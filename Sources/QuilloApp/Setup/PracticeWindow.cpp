@@ -8,6 +8,7 @@
 #include <cstdio>
 
 #include "QuilloApp/Interface/Symbols.h"
+#include "QuilloApp/Interface/Translations.h"
 #include "QuilloApp/Setup/SetupLayout.h"
 
 namespace quillo {
@@ -52,8 +53,9 @@ void PracticeWindow::noticePaste() {
   const QString text = field_->toPlainText();
   if (!text.contains(QStringLiteral("# Quillo capture: "))) return;
   const qsizetype count = text.size();
-  setup::setOptionalText(
-      *result_, tr("The capture has arrived: %L1 characters. This is what a language model reads.").arg(count));
+  setup::setOptionalText(*result_, tr("The capture has arrived: %L1 characters. This is what a language model reads.",
+                                      nullptr, pluralNumber(count))
+                                       .arg(count));
   std::printf("pasted %lld\n", static_cast<long long>(count));
   std::fflush(stdout);
 }

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "QuilloApp/Interface/Symbols.h"
+#include "QuilloApp/Interface/Translations.h"
 #include "QuilloApp/Setup/PermissionRows.h"
 #include "QuilloApp/Setup/SetupLayout.h"
 #include "QuilloApp/Setup/ShortcutRows.h"
@@ -79,7 +80,7 @@ void SettingsPane::update() {
     librarySize_->setText(tr("Counting…"));
     return;
   }
-  const QString captures = usage->captureCount == 1 ? tr("1 capture") : tr("%L1 captures").arg(usage->captureCount);
+  const QString captures = tr("%L1 captures", nullptr, pluralNumber(usage->captureCount)).arg(usage->captureCount);
   librarySize_->setText(tr("%1 · %2").arg(captures, locale().formattedDataSize(usage->byteCount)));
 }
 

@@ -3,6 +3,7 @@
 #include <QGridLayout>
 #include <QStringList>
 
+#include "QuilloApp/Interface/MessageText.h"
 #include "QuilloApp/Setup/SetupLayout.h"
 
 namespace quillo {
@@ -36,7 +37,7 @@ ShortcutRows::ShortcutRows(QuilloModel& model, QWidget* parent) : QWidget(parent
                    &QuilloHotKeyConfiguration::capture),
            makeRow(*grid, QStringLiteral("pasteShortcut"), tr("&Paste the selected capture"),
                    &QuilloHotKeyConfiguration::paste)};
-  message_ = setup::makeParagraph(this, QStringLiteral("shortcutMessage"), qString(hotKeyRecordingGuidance));
+  message_ = setup::makeParagraph(this, QStringLiteral("shortcutMessage"), messageText(hotKeyRecordingGuidance));
   grid->setRowMinimumHeight(grid->rowCount(), unit / 2);
   grid->addWidget(message_, grid->rowCount() + 1, 0, 1, 2);
   observation_ = model_.observe([this](QuilloModelChanges /*changes*/) { update(); });
@@ -58,11 +59,12 @@ ShortcutRows::Row ShortcutRows::makeRow(QGridLayout& grid, const QString& object
   grid.addWidget(row.words, line + 1, 0);
   grid.addWidget(row.button, line, 1, 2, 1, Qt::AlignVCenter);
   connect(row.button, &ShortcutButton::recordingBegan, this, [this] {
-    message_->setText(qString(hotKeyRecordingGuidance));
+    message_->setText(messageText(hotKeyRecordingGuidance));
     model_.beginHotKeyRecording();
   });
   connect(row.button, &ShortcutButton::recordingEnded, this, [this] { model_.endHotKeyRecording(); });
-  connect(row.button, &ShortcutButton::refused, this, [this] { message_->setText(qString(hotKeyRecordingRefusal)); });
+  connect(row.button, &ShortcutButton::refused, this,
+          [this] { message_->setText(messageText(hotKeyRecordingRefusal)); });
   connect(row.button, &ShortcutButton::recorded, this,
           [this, member](const QuilloHotKey& hotKey) { apply(member, hotKey); });
   return row;
@@ -72,7 +74,7 @@ void ShortcutRows::apply(QuilloHotKey QuilloHotKeyConfiguration::* member, const
   QuilloHotKeyConfiguration configuration = model_.state().hotKeyConfiguration;
   configuration.*member = hotKey;
   if (const auto refusal = configuration.validationMessage()) {
-    message_->setText(qString(*refusal));
+    message_->setText(messageText(*refusal));
     return;
   }
   const auto result = model_.updateHotKeyConfiguration(configuration);
@@ -81,8 +83,8 @@ void ShortcutRows::apply(QuilloHotKey QuilloHotKeyConfiguration::* member, const
     return;
   }
   message_->setText(tr("%1: %2 %3")
-                        .arg(keyNames(hotKey), qString(result.error().errorDescription()),
-                             qString(result.error().recoverySuggestion())));
+                        .arg(keyNames(hotKey), messageText(result.error().errorDescription()),
+                             messageText(result.error().recoverySuggestion())));
 }
 
 void ShortcutRows::update() {
@@ -96,10 +98,10 @@ void ShortcutRows::update() {
   const bool isFailing = state.hotKeyRegistrationError.has_value();
   if (isFailing) {
     message_->setText(
-        qString(*state.hotKeyRegistrationError) + QLatin1Char(' ') +
+        messageText(*state.hotKeyRegistrationError) + QLatin1Char(' ') +
         tr("Record another combination, or free this one in the program that has it. Quillo keeps trying."));
   } else if (showsFailure_) {
-    message_->setText(qString(hotKeyRecordingGuidance));
+    message_->setText(messageText(hotKeyRecordingGuidance));
   }
   showsFailure_ = isFailing;
 }

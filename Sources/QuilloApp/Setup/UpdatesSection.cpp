@@ -6,6 +6,7 @@
 #include <QSignalBlocker>
 #include <chrono>
 
+#include "QuilloApp/Interface/MessageText.h"
 #include "QuilloApp/Model/QuilloUpdateController.h"
 #include "QuilloApp/Setup/SetupLayout.h"
 
@@ -92,7 +93,7 @@ QString UpdatesSection::statusText() const {
   switch (state.phase) {
     case Phase::looking: return tr("Asking the system's package manager…");
     case Phase::unavailable:
-    case Phase::failed: return qString(state.message);
+    case Phase::failed: return messageText(state.message);
     case Phase::ready: return tr("Updates come from the system's package manager.");
     case Phase::checking: return tr("Checking for updates…");
     case Phase::upToDate: return tr("Quillo is up to date.");

@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "OffscreenApplication.h"
 #include "QuilloApp/Inspector/CoverageSummary.h"
 #include "Tests/Support/ObservationBuilder.h"
 
@@ -15,13 +16,18 @@ std::string told(const InterfaceObservation& observed) {
          summary.details.join(QLatin1Char('\n')).toStdString();
 }
 
+/// The plurals are a translation.
+class CoverageSummaryTest : public testing::Test {
+  OffscreenApplication application_;
+};
+
 AccessibilityCaptureIssue note(std::string message) {
   AccessibilityCaptureIssue issue;
   issue.message = std::move(message);
   return issue;
 }
 
-TEST(CoverageSummary, saysWhatWasCutWhyAndHowMany) {
+TEST_F(CoverageSummaryTest, saysWhatWasCutWhyAndHowMany) {
   InterfaceObservation observed = observation("window 'Mail'\n  textField 'Password' [protected]\n  text 'Hello'");
   EXPECT_EQ(
       "Read without reaching a limit: 3 elements, 1 protected\n"
@@ -52,7 +58,7 @@ TEST(CoverageSummary, saysWhatWasCutWhyAndHowMany) {
       told(observed));
 }
 
-TEST(CoverageSummary, staysShortWhateverWasNoted) {
+TEST_F(CoverageSummaryTest, staysShortWhateverWasNoted) {
   InterfaceObservation observed = observation("window 'Mail'");
   for (int count = 0; count < 5000; ++count)
     observed.completeness.sourceIssues.push_back(note("Note " + std::to_string(count) + std::string(1000, 'x')));

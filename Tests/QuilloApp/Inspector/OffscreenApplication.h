@@ -2,12 +2,14 @@
 
 #include <QApplication>
 
+#include "QuilloApp/Interface/Translations.h"
+
 namespace quillo::test {
 
 /// The application object, which draws into memory. It ends before the program does: the toolkit's own devices need it.
 class OffscreenApplication {
  public:
-  OffscreenApplication() : application_(argumentCount_, arguments_) {}
+  OffscreenApplication() : application_(argumentCount_, arguments_) { installTranslations(QLocale::English); }
 
   void processEvents() { QApplication::processEvents(); }
 

@@ -1,3 +1,4 @@
+#include "QuilloApp/Interface/Translations.h"
 #include "QuilloApp/Setup/SetupWindow.h"
 
 #include <gtest/gtest.h>
@@ -26,6 +27,7 @@ class OffscreenApplication : public testing::Environment {
   void SetUp() override {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     application_.emplace(argumentCount_, arguments_);
+    installTranslations(QLocale::English);
   }
   void TearDown() override { application_.reset(); }
 
