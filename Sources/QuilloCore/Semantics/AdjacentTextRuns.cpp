@@ -40,6 +40,11 @@ bool beginsWithClosingMark(std::string_view text) {
   return !text.empty() && marks.contains(nextCodePoint(text, position));
 }
 
+/// Whether the texts inside stand in one line for want of room, not as one sentence.
+bool holdsFields(const InterfaceElement& element) {
+  return element.properties.roleDescription == "status bar";
+}
+
 /// What stands between two pieces: the line break and indentation that one of them has there, nothing before a closing
 /// mark, else one blank.
 std::string joint(std::string_view first, std::string_view second) {
@@ -58,6 +63,7 @@ class RunMerger {
   RunMerger(const RenderContext& context, RenderPlan& plan) : context_(context), plan_(plan) {}
 
   void mergeChildren(ElementIndex parent) {
+    if (holdsFields(context_[parent])) return;
     for (const ElementForest::Child child : context_.forest().children(parent)) {
       const bool isMember = child.element != noElement && context_.isInScope(child.element) &&
                             context_.isPlainTextLeaf(child.element) && !plan_.isSilent(child.element);

@@ -4,10 +4,8 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <set>
 #include <string>
 #include <string_view>
-#include <tuple>
 #include <unordered_map>
 #include <vector>
 
@@ -15,6 +13,7 @@
 #include "QuilloCore/Semantics/InterfaceElementTexts.h"
 #include "QuilloCore/Semantics/NamingTexts.h"
 #include "QuilloCore/Semantics/PrintableText.h"
+#include "QuilloCore/Semantics/PrintedDetails.h"
 
 namespace quillo {
 namespace {
@@ -81,26 +80,9 @@ class MapWalk {
                                         .printedName = plan_.printedName(index, context_.primaryText(index))};
     lines_.addIndented(level, "- " + mapLine(context_, plan_, index, options));
     const InterfaceElement& element = context_[index];
-    for (const ElementDetail& detail : detailsOf(index)) {
-      if (!wasToldOfNamesake(index, detail)) printDetail(detail, level + 1);
-    }
+    for (const ElementDetail& detail : printedDetails(context_, plan_, index)) printDetail(detail, level + 1);
     if (element.role == row || element.role == treeItem) printPlaceInOutline(index, level + 1);
     if (announcesWithheldContent(index)) lines_.addIndented(level + 1, "content: <redacted protected content>");
-  }
-
-  std::vector<ElementDetail> detailsOf(ElementIndex index) const {
-    const InterfaceElement& element = context_[index];
-    if (!hasRowReference(element)) return distinctDetails(element, context_.primaryText(index));
-    std::vector<ElementDetail> details = distinctDetails(element, {});
-    std::erase_if(details, [&](const ElementDetail& detail) { return rowHolds(element, detail.text); });
-    return details;
-  }
-
-  /// Explanations, which no window shows until one asks for them, are told once of elements of one role and name.
-  bool wasToldOfNamesake(ElementIndex index, const ElementDetail& detail) {
-    const std::string_view name = context_.primaryText(index);
-    if (name.empty() || (detail.label != "help" && detail.label != "description")) return false;
-    return !explanations_.emplace(context_[index].role, name, detail.text).second;
   }
 
   void printDetail(const ElementDetail& detail, std::size_t level) {
@@ -157,7 +139,6 @@ class MapWalk {
   std::vector<std::int64_t> outlineLevelOf_;
   std::unordered_map<ElementIndex, const std::vector<std::string>*> columnsOfTable_;
   std::unordered_map<ElementIndex, std::int64_t> nextIndexOfTable_;
-  std::set<std::tuple<InterfaceSemanticRole, std::string_view, std::string_view>> explanations_;
 };
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "QuilloCore/Semantics/InterfaceElementTexts.h"
+#include "QuilloCore/Semantics/PrintedDetails.h"
 #include "QuilloCore/Semantics/TokenSequenceIndex.h"
 
 namespace quillo {
@@ -38,21 +39,40 @@ class NamingTexts {
     for (const ElementIndex element : context_.forest().preorder()) {
       const ElementIndex parent = context_.forest().parent(element);
       if (parent == noElement) continue;
-      named[element] = printedName(parent).empty() ? named[parent] : parent;
+      named[element] = ownName(parent).empty() ? named[parent] : parent;
       if (named[element] == noElement || context_.primaryText(element).empty() || plan_.isSilent(element)) continue;
-      if (context_.isPlainTextLeaf(element)) {
-        if (names(element, named[element])) plan_.silentElementIDs.insert(element);
-      } else if (!plan_.printedNames.contains(element) && isWholeName(element, named[element])) {
-        // A tab group has the name of the tab in front.
-        const bool isOwnersName = context_[element].role == tab && context_[named[element]].role == tabGroup;
-        plan_.printedNames.emplace(isOwnersName ? named[element] : element, "");
-      }
+      tell(element, named[element]);
     }
   }
 
  private:
-  std::string_view printedName(ElementIndex element) const {
-    return plan_.printedName(element, context_.primaryText(element));
+  /// Lets the owner's name tell the element's, where it does.
+  void tell(ElementIndex element, ElementIndex owner) {
+    if (context_.isPlainTextLeaf(element)) {
+      if (names(element, owner)) plan_.silentElementIDs.insert(element);
+      return;
+    }
+    if (plan_.printedNames.contains(element)) return;
+    if (isWholeName(element, owner)) {
+      // A tab group has the name of the tab in front.
+      if (context_[element].role == tab && context_[owner].role == tabGroup) {
+        plan_.printedNames.emplace(owner, "");
+      } else {
+        isToldAround_.insert(element);
+        if (context_.isPlainText(element)) plan_.silentElementIDs.insert(element);
+        plan_.printedNames.emplace(element, "");
+      }
+    } else if (context_[owner].role == heading && context_[element].role == link &&
+               saysNothingButName(context_, plan_, element) && names(element, owner)) {
+      isToldAround_.insert(element);
+      plan_.silentElementIDs.insert(element);
+    }
+  }
+
+  /// The name that the texts inside may be part of: also one that stands on the line of an element around.
+  std::string_view ownName(ElementIndex element) const {
+    const std::string_view primary = context_.primaryText(element);
+    return isToldAround_.contains(element) ? primary : plan_.printedName(element, primary);
   }
 
   struct Name {
@@ -69,7 +89,7 @@ class NamingTexts {
   bool isWholeName(ElementIndex inner, ElementIndex owner) {
     const InterfaceSemanticRole role = context_[owner].role;
     return (mayHoldItsCaption(role) || isNamedByItsTexts(role)) &&
-           agreeButForWhiteSpace(context_.primaryText(inner), printedName(owner)) && claimed_.insert(owner);
+           agreeButForWhiteSpace(context_.primaryText(inner), ownName(owner)) && claimed_.insert(owner);
   }
 
   /// Takes the text's words from the name, in order, so that a second text needs the name to hold them twice.
@@ -79,7 +99,7 @@ class NamingTexts {
     auto found = names_.find(owner);
     if (found == names_.end()) {
       std::vector<std::uint32_t> nameWords;
-      tokenizer_.appendWords(printedName(owner), nameWords);
+      tokenizer_.appendWords(ownName(owner), nameWords);
       found = names_.emplace(owner, Name{.words = TokenSequenceIndex(std::move(nameWords))}).first;
     }
     Name& name = found->second;
@@ -91,6 +111,7 @@ class NamingTexts {
   const RenderContext& context_;
   SemanticTokenizer& tokenizer_;
   RenderPlan& plan_;
+  ElementIndexSet isToldAround_ = ElementIndexSet(context_.forest().size());
   ElementIndexSet claimed_ = ElementIndexSet(context_.forest().size());
   std::unordered_map<ElementIndex, Name> names_;
   std::vector<std::uint32_t> words_;

@@ -6,16 +6,16 @@
 namespace quillo {
 
 RenderContext::RenderContext(const ElementForest& forest, const RenderingScope& scope)
-    : forest_(forest), isInScope_(forest.size()), primaryTexts_(forest.size()), isPlainTextLeaf_(forest.size()) {
+    : forest_(forest), isInScope_(forest.size()), primaryTexts_(forest.size()), isPlainText_(forest.size()) {
   for (ElementIndex i = 0; i < forest.size(); ++i) {
     isInScope_[i] = scope.includedElements.contains(i);
     if (!isInScope_[i]) continue;
     const InterfaceElement& element = forest[i];
     primaryTexts_[i] = quillo::primaryText(element);
-    isPlainTextLeaf_[i] = element.role == InterfaceSemanticRole::text && !element.isProtected && !element.content &&
-                          forest.children(i).empty() && !primaryTexts_[i].empty() && !saysMoreThanItsTexts(element) &&
-                          !printsStringValue(element, primaryTexts_[i]) &&
-                          distinctDetails(element, primaryTexts_[i]).empty();
+    isPlainText_[i] = element.role == InterfaceSemanticRole::text && !element.isProtected && !element.content &&
+                      !primaryTexts_[i].empty() && !saysMoreThanItsTexts(element) &&
+                      !printsStringValue(element, primaryTexts_[i]) &&
+                      distinctDetails(element, primaryTexts_[i]).empty();
   }
 }
 

@@ -21,14 +21,17 @@ class RenderContext {
   /// Empty when the element has none.
   std::string_view primaryText(ElementIndex element) const { return primaryTexts_[element]; }
 
-  /// A text without children that has one text and nothing else to say.
-  bool isPlainTextLeaf(ElementIndex element) const { return isPlainTextLeaf_[element]; }
+  /// A text that has one text and nothing else to say.
+  bool isPlainText(ElementIndex element) const { return isPlainText_[element]; }
+  bool isPlainTextLeaf(ElementIndex element) const {
+    return isPlainText_[element] && forest_.children(element).empty();
+  }
 
  private:
   const ElementForest& forest_;
   std::vector<bool> isInScope_;
   std::vector<std::string_view> primaryTexts_;
-  std::vector<bool> isPlainTextLeaf_;
+  std::vector<bool> isPlainText_;
 };
 
 }  // namespace quillo

@@ -16,7 +16,9 @@ RenderPlan::RenderPlan(std::size_t elementCount, RenderingScope renderingScope)
       emptyTabularRowIDs(elementCount),
       scopeSuppressedAggregateContentIDs(elementCount),
       scope(std::move(renderingScope)),
-      silentElementIDs(elementCount) {}
+      silentElementIDs(elementCount),
+      toldHelpIDs(elementCount),
+      toldDescriptionIDs(elementCount) {}
 
 std::string_view RenderPlan::printedName(ElementIndex element, std::string_view primaryText) const {
   const auto printed = printedNames.find(element);

@@ -51,6 +51,9 @@ struct RenderPlan {
   /// Names that do not stand whole on their line: empty where the element around has printed them, else without what
   /// the elements inside print.
   std::unordered_map<ElementIndex, std::string> printedNames;
+  /// Elements of which the help or the description was told of an element of the same role and name before.
+  ElementIndexSet toldHelpIDs;
+  ElementIndexSet toldDescriptionIDs;
 
   /// The name as the element's line has it.
   std::string_view printedName(ElementIndex element, std::string_view primaryText) const;

@@ -5,8 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "QuilloCore/Semantics/InterfaceElementLine.h"
-#include "QuilloCore/Semantics/InterfaceElementTexts.h"
+#include "QuilloCore/Semantics/PrintedDetails.h"
 #include "QuilloCore/Support/Utf8.h"
 #include "QuilloCore/Support/WhiteSpace.h"
 
@@ -20,14 +19,6 @@ bool isBullet(std::string_view text) {
   text = trimmingWhiteSpace(text);
   std::size_t position = 0;
   return !text.empty() && bullets.contains(nextCodePoint(text, position)) && position == text.size();
-}
-
-/// Whether the element has nothing to print but its role and a name.
-bool isBare(const RenderContext& context, ElementIndex index) {
-  const InterfaceElement& element = context[index];
-  return !element.isProtected && !element.content && !saysMoreThanItsTexts(element) &&
-         !printsStringValue(element, context.primaryText(index)) &&
-         distinctDetails(element, context.primaryText(index)).empty();
 }
 
 /// The lines that would be printed of a subtree, counted as far as it matters.
@@ -53,14 +44,16 @@ class IdleContainers {
     if (plan_.emptyTabularRowIDs.contains(element)) return {};
     const LineCount inside = countInside(element);
     if (plan_.isSilent(element)) return inside;
-    if (!isAnonymousContainer(element) || forest_.parent(element) == noElement) return {1, element};
     const bool isAroundContainer = inside.onlyLine != noElement && isAnonymousContainer(inside.onlyLine);
-    const bool hadMore = context_[element].childIDs.size() >= 2;
-    if (inside.lines == 0 || (inside.lines == 1 && (hadMore || isAroundContainer))) {
-      plan_.silentElementIDs.insert(element);
-      return inside;
+    if (isAroundContainer && !isAnonymousContainer(element)) {
+      plan_.silentElementIDs.insert(inside.onlyLine);  // its parent holds the same lines together
+      return {1, element};
     }
-    return {1, element};
+    const bool isIdle = (inside.lines == 0 && isAnonymousContainer(element)) ||
+                        (inside.lines == 1 && (isAnonymousContainer(element) || isAnonymousItem(element)));
+    if (!isIdle || forest_.parent(element) == noElement) return {1, element};
+    plan_.silentElementIDs.insert(element);
+    return inside;
   }
 
   LineCount countInside(ElementIndex element) const {
@@ -75,10 +68,20 @@ class IdleContainers {
     return inside;
   }
 
+  /// The list around it says that what stands in it are items.
+  bool isAnonymousItem(ElementIndex index) const {
+    const ElementIndex parent = forest_.parent(index);
+    return context_[index].role == listItem && parent != noElement && context_[parent].role == list &&
+           !plan_.isSilent(parent) && isNameless(index);
+  }
+
   bool isAnonymousContainer(ElementIndex index) const {
     const InterfaceSemanticRole role = context_[index].role;
-    return (role == section || role == group || role == unknown) && context_.primaryText(index).empty() &&
-           isBare(context_, index);
+    return (role == section || role == group || role == unknown) && isNameless(index);
+  }
+
+  bool isNameless(ElementIndex index) const {
+    return plan_.printedName(index, context_.primaryText(index)).empty() && saysNothingButName(context_, plan_, index);
   }
 
   const RenderContext& context_;
@@ -94,7 +97,7 @@ void silenceOrnaments(const RenderContext& context, RenderPlan& plan) {
     if (!context.isInScope(index)) continue;
     const InterfaceElement& element = context[index];
     const bool isIndicator = element.role == scrollBar || element.role == valueIndicator;
-    if (isIndicator && context.primaryText(index).empty() && isBare(context, index))
+    if (isIndicator && context.primaryText(index).empty() && saysNothingButName(context, plan, index))
       plan.silentElementIDs.insert(index);
     const auto children = context.forest().children(index);
     if (element.role != listItem || children.size() < 2 || children.front().element == noElement) continue;

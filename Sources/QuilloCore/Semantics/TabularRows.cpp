@@ -6,11 +6,14 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "QuilloCore/Semantics/InterfaceElementLine.h"
 #include "QuilloCore/Semantics/InterfaceElementTexts.h"
 #include "QuilloCore/Semantics/PrintableText.h"
+#include "QuilloCore/Semantics/PrintedDetails.h"
 #include "QuilloCore/Semantics/TokenSequenceIndex.h"
 
 namespace quillo {
@@ -37,14 +40,21 @@ class RowTexts {
   RowTexts(const InterfaceElement& element, SemanticTokenizer& tokenizer)
       : values_(*element.properties.rowValues), isClaimed_(values_.size()), tokenizer_(tokenizer) {}
 
-  bool holds(std::string_view text) {
+  bool holds(std::string_view text) { return cellOf(text).has_value(); }
+
+  /// The first cell with the text.
+  std::optional<std::size_t> cellOf(std::string_view text) {
     words_.clear();
     tokenizer_.appendWords(text, words_);
     if (words_.empty()) {
-      return std::ranges::any_of(values_, [&](const std::string& value) { return agreeButForWhiteSpace(value, text); });
+      const auto isText = [&](const std::string& value) { return agreeButForWhiteSpace(value, text); };
+      const auto found = std::ranges::find_if(values_, isText);
+      return found == values_.end() ? std::nullopt : std::optional(std::size_t(found - values_.begin()));
     }
     if (!index_) index_.emplace(wordsOfCells());
-    return index_->find(words_, 0, index_->size()).has_value();
+    const auto place = index_->find(words_, 0, index_->size());
+    if (!place) return std::nullopt;
+    return std::size_t(std::ranges::upper_bound(cellEnds_, *place) - cellEnds_.begin());
   }
 
   /// Whether the text is a whole cell's that was not claimed before.
@@ -66,6 +76,7 @@ class RowTexts {
     for (const std::string& value : values_) {
       tokenizer_.appendWords(value, words);
       words.push_back(cellBoundary);
+      cellEnds_.push_back(words.size());
     }
     return words;
   }
@@ -74,6 +85,7 @@ class RowTexts {
   std::vector<bool> isClaimed_;
   SemanticTokenizer& tokenizer_;
   std::optional<TokenSequenceIndex> index_;
+  std::vector<std::size_t> cellEnds_;
   std::vector<std::uint32_t> words_;
 };
 
@@ -101,7 +113,8 @@ class PassiveRowElements {
   void findInside(ElementIndex rowElement) {
     const ElementForest& forest = context_.forest();
     RowTexts texts(context_[rowElement], tokenizer_);
-    std::vector<ElementIndex> wholeCells;
+    std::vector<ElementIndex> beside;
+    Controls controls;
     const std::size_t end = forest.subtreeEnd(rowElement);
     for (std::size_t i = forest.position(rowElement) + 1; i < end;) {
       const ElementIndex element = forest.preorder()[i];
@@ -109,14 +122,48 @@ class PassiveRowElements {
       if (!isOtherRow && context_.isInScope(element)) {
         if (isStoodForBy(texts, element)) {
           plan_.silentElementIDs.insert(element);
-        } else if (texts.claimCell(context_.primaryText(element))) {
-          wholeCells.push_back(element);
+        } else {
+          beside.push_back(element);
+          if (const auto cell = cellOfControl(texts, element))
+            controls.push_back({element, context_[element].role, *cell});
         }
       }
       i = isOtherRow ? forest.subtreeEnd(element) : i + 1;
     }
+    silenceAsBefore(rowElement, std::move(controls));
+    std::vector<ElementIndex> wholeCells;
+    for (const ElementIndex element : beside) {
+      if (!plan_.isSilent(element) && texts.claimCell(context_.primaryText(element))) wholeCells.push_back(element);
+    }
     // Of several nameless ones a reader could not tell which is which.
     if (wholeCells.size() == 1) plan_.printedNames.emplace(wholeCells.front(), "");
+  }
+
+  /// What stands in a row's cells beside texts: a link in the first, a button in the fourth.
+  struct Control {
+    ElementIndex element;
+    InterfaceSemanticRole role;
+    std::size_t cell;
+  };
+  using Controls = std::vector<Control>;
+
+  /// The cell that holds the name of a control that has nothing else to say.
+  std::optional<std::size_t> cellOfControl(RowTexts& texts, ElementIndex element) const {
+    const bool isNamed = !context_.primaryText(element).empty() && saysNothingButName(context_, plan_, element);
+    return isNamed ? texts.cellOf(context_.primaryText(element)) : std::nullopt;
+  }
+
+  /// What the controls are is told in the first row that has such ones in these cells, and of its table's next rows
+  /// when they differ.
+  void silenceAsBefore(ElementIndex rowElement, Controls controls) {
+    if (controls.empty()) return;
+    Controls& told = controlsOfTable_[context_.forest().parent(rowElement)];
+    const auto isSame = [](const Control& a, const Control& b) { return a.role == b.role && a.cell == b.cell; };
+    if (!std::ranges::equal(controls, told, isSame)) {
+      told = std::move(controls);
+      return;
+    }
+    for (const Control& control : controls) plan_.silentElementIDs.insert(control.element);
   }
 
   bool isStoodForBy(RowTexts& texts, ElementIndex index) const {
@@ -168,6 +215,7 @@ class PassiveRowElements {
   const RenderContext& context_;
   SemanticTokenizer& tokenizer_;
   RenderPlan& plan_;
+  std::unordered_map<ElementIndex, Controls> controlsOfTable_;
 };
 
 }  // namespace

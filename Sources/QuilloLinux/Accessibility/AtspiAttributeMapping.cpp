@@ -129,8 +129,19 @@ class ElementMapper {
     addText("AXDescription", names_.description);
     addText("AXHelp", names_.help);
     addText("AXPlaceholderValue", names_.placeholder);
-    addWord("AXRoleDescription", "roledescription");
+    addRoleDescription();
     addWord("AXIdentifier", "accessible-id");
+  }
+
+  /// What the application says, else the bus's own word for blocks that read differently from other groups.
+  void addRoleDescription() {
+    if (const std::string* description = record_.attribute("roledescription")) {
+      addText("AXRoleDescription", *description);
+    } else if (record_.role == Role::statusBar) {
+      addText("AXRoleDescription", "status bar");
+    } else if (record_.role == Role::blockQuote && role_ == "AXGroup") {
+      addText("AXRoleDescription", "block quote");
+    }
   }
 
   /// The text of fields, editors and documents, with the selection.
