@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QSessionManager>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -13,6 +14,7 @@
 #include "QuilloApp/Setup/PracticeWindow.h"
 #include "QuilloCore/Artifacts/ArtifactStore.h"
 #include "QuilloCore/Concurrency/TerminationSignals.h"
+#include "QuilloLinux/X11/X11Connection.h"
 
 namespace quillo {
 namespace {
@@ -86,25 +88,40 @@ void saveAtExit() {
   if (auto* application = std::exchange(runningApp, nullptr)) application->finishNow();
 }
 
-/// The toolkit would end the program with an abort where there is no display at all.
-bool mayHaveDisplay() {
-  const auto isSet = [](const char* name) { return qEnvironmentVariableIsSet(name); };
-  return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
+enum class DisplayTrouble : std::uint8_t { none, absent, unanswered };
+
+/// Whether there is something to show windows on. The toolkit would end the program with an abort, or wait for ever for
+/// a display that has stopped.
+DisplayTrouble displayTrouble() {
+  const QString platform = qEnvironmentVariable("QT_QPA_PLATFORM");
+  if (!platform.isEmpty() && !platform.startsWith(QStringLiteral("xcb"))) return DisplayTrouble::none;
+  const bool hasName = !qEnvironmentVariableIsEmpty("DISPLAY");
+  if (hasName && X11Connection::open()) return DisplayTrouble::none;
+  if (platform.isEmpty() && qEnvironmentVariableIsSet("WAYLAND_DISPLAY")) return DisplayTrouble::none;
+  return hasName ? DisplayTrouble::unanswered : DisplayTrouble::absent;
+}
+
+QString words(DisplayTrouble trouble) {
+  return trouble == DisplayTrouble::absent
+             ? QApplication::tr("There is no display. Start Quillo inside a desktop session.")
+             : QApplication::tr("The display %1 does not answer. Start Quillo inside a desktop session.")
+                   .arg(qEnvironmentVariable("DISPLAY"));
 }
 
 /// Answers what needs no display, such as the version.
-int runWithoutDisplay(int argumentCount, char** arguments) {
+int runWithoutDisplay(int argumentCount, char** arguments, DisplayTrouble trouble) {
   const QCoreApplication application(argumentCount, arguments);
   QCoreApplication::setApplicationName(QStringLiteral("Quillo"));
   QCoreApplication::setApplicationVersion(QStringLiteral(QUILLO_VERSION));
+  installTranslations();
   int status = failed;
-  if (readArguments(status))
-    std::fprintf(stderr, "quillo-app: There is no display. Start Quillo inside a desktop session.\n");
+  if (readArguments(status)) std::fprintf(stderr, "quillo-app: %s\n", qPrintable(words(trouble)));
   return status;
 }
 
 int runMain(int argumentCount, char** arguments) {
-  if (!mayHaveDisplay()) return runWithoutDisplay(argumentCount, arguments);
+  if (const auto trouble = displayTrouble(); trouble != DisplayTrouble::none)
+    return runWithoutDisplay(argumentCount, arguments, trouble);
   QuitRequests quitRequests;
   const TerminationSignals signals([&] { quitRequests.ask(); });  // before whatever has threads
 
@@ -132,7 +149,8 @@ int runMain(int argumentCount, char** arguments) {
     case SessionInstance::Outcome::first: break;
     case SessionInstance::Outcome::handedOver: return 0;
     case SessionInstance::Outcome::unanswered:
-      std::fprintf(stderr, "quillo-app: Quillo is running already, but does not answer.\n");
+      std::fprintf(stderr, "quillo-app: %s\n",
+                   qPrintable(QApplication::tr("Quillo is running already, but does not answer.")));
       return failed;
   }
 

@@ -132,6 +132,12 @@ TEST_F(Setup, withoutADisplayItAnswersWhatNeedsNone) {
   const FinishedProgram started = runProgram(commandLine({}), {}, none);
   EXPECT_EQ(started.exitStatus, 1);
   EXPECT_EQ(started.error, "quillo-app: There is no display. Start Quillo inside a desktop session.\n");
+
+  const Environment unreachable{"DISPLAY=:4321", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
+  EXPECT_THAT(runProgram(commandLine({"--version"}), {}, unreachable).output, HasSubstr("Quillo"));
+  const FinishedProgram refused = runProgram(commandLine({}), {}, unreachable);
+  EXPECT_EQ(refused.exitStatus, 1);
+  EXPECT_EQ(refused.error, "quillo-app: The display :4321 does not answer. Start Quillo inside a desktop session.\n");
 }
 
 TEST_F(Setup, startAtLoginWritesTheDesktopsEntry) {

@@ -62,6 +62,18 @@
         <source>unexpected argument</source>
         <translation>unerwartetes Argument</translation>
     </message>
+    <message>
+        <source>There is no display. Start Quillo inside a desktop session.</source>
+        <translation>Es gibt keine Anzeige. Starten Sie Quillo in einer Arbeitsumgebung.</translation>
+    </message>
+    <message>
+        <source>The display %1 does not answer. Start Quillo inside a desktop session.</source>
+        <translation>Die Anzeige %1 antwortet nicht. Starten Sie Quillo in einer Arbeitsumgebung.</translation>
+    </message>
+    <message>
+        <source>Quillo is running already, but does not answer.</source>
+        <translation>Quillo läuft bereits, antwortet aber nicht.</translation>
+    </message>
 </context>
 <context>
     <name>quillo::ArtifactListModel</name>
@@ -281,7 +293,7 @@
     </message>
     <message>
         <source>Let Quillo read windows</source>
-        <translation>Quillo darf Fenster lesen</translation>
+        <translation>Quillo Fenster lesen lassen</translation>
     </message>
     <message>
         <source>Quillo captures the window in front of you, its pixels and its text, and pastes them where a language model reads. Everything stays on this machine until you paste it.</source>
@@ -689,7 +701,7 @@
     </message>
     <message>
         <source>protected, its text was not read</source>
-        <translation>geschützt, sein Text wurde nicht gelesen</translation>
+        <translation>geschützt, Text nicht gelesen</translation>
     </message>
     <message>
         <source>hidden</source>
