@@ -106,9 +106,14 @@ TEST_F(Setup, aShortcutIsRecordedAndWhatCannotBeOneIsSaid) {
   press("ctrl+alt+d");
   EXPECT_TRUE(says(*application, {"Capture and paste need different shortcuts.", "⌃⌥⌘V"}));
   press("alt+p");
+  ASSERT_TRUE(says(*application, {"Type the combination…"}));
   press("Escape");
   EXPECT_TRUE(says(*application, {"⌃⌥⌘V"}));
   EXPECT_TRUE(hasWindow(settings)) << "Escape ends the recording, not the window";
+  press("Escape");
+  ASSERT_TRUE(eventually([] { return !hasWindow(settings); }));
+  ASSERT_TRUE(choose("Setup & Shortcuts…"));
+  EXPECT_TRUE(isInFront(settings)) << "as often as one likes";
 }
 
 TEST_F(Setup, aShortcutThatAnotherProgramHasIsNamed) {

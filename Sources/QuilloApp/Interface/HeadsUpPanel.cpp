@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QCoreApplication>
+#include <QCursor>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QImage>
@@ -33,9 +34,10 @@ QImage decodePicture(const std::string& png, qreal scale) {
   return image.isNull() ? image : image.scaled(pictureSize * scale, Qt::KeepAspectRatio, Qt::SmoothTransformation);
 }
 
-/// The screen that shows most of the rectangle, which is in the display's pixels.
+/// The screen that shows most of the rectangle, which is in the display's pixels; without one that of the pointer.
 QScreen* screenOf(const std::optional<ArtifactRect>& frame) {
-  QScreen* best = QGuiApplication::primaryScreen();
+  QScreen* best = QGuiApplication::screenAt(QCursor::pos());
+  if (best == nullptr) best = QGuiApplication::primaryScreen();
   if (!frame) return best;
   const QRectF wanted(frame->x, frame->y, frame->width, frame->height);
   qreal bestArea = 0;

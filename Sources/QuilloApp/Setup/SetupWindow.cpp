@@ -129,7 +129,7 @@ void SetupWindow::showEvent(QShowEvent* event) {
 
 void SetupWindow::hideEvent(QHideEvent* event) {
   recheck_.stop();
-  showSettings();  // which ends the guide and its practice window
+  if (!event->spontaneous()) showSettings();  // which ends the guide and its practice window
   QDialog::hideEvent(event);
 }
 

@@ -18,6 +18,8 @@ class SetupWindow : public QDialog {
   SetupWindow(QuilloModel& model, TaskGroup& tasks);
 
   void present();
+  /// Escape closes it, as its frame does.
+  void reject() override { close(); }
 
  protected:
   bool event(QEvent* event) override;
