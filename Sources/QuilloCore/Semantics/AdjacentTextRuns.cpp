@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "QuilloCore/Semantics/InterfaceElementTexts.h"
+#include "QuilloCore/Semantics/PrintedDetails.h"
 #include "QuilloCore/Support/Utf8.h"
 #include "QuilloCore/Support/WhiteSpace.h"
 
@@ -65,8 +66,8 @@ class RunMerger {
   void mergeChildren(ElementIndex parent) {
     if (holdsFields(context_[parent])) return;
     for (const ElementForest::Child child : context_.forest().children(parent)) {
-      const bool isMember = child.element != noElement && context_.isInScope(child.element) &&
-                            context_.isPlainTextLeaf(child.element) && !plan_.isSilent(child.element);
+      const bool isMember =
+          child.element != noElement && context_.isInScope(child.element) && isLoneText(context_, plan_, child.element);
       if (isMember && !run_.empty() && !continues(context_[run_.back()], context_[child.element])) finishRun();
       if (isMember) {
         run_.push_back(child.element);

@@ -1,10 +1,10 @@
 #include "QuilloCore/Semantics/CompoundControls.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <span>
 
 #include "QuilloCore/Semantics/InterfaceElementTexts.h"
+#include "QuilloCore/Semantics/PrintedDetails.h"
 
 namespace quillo {
 namespace {
@@ -44,17 +44,8 @@ class LabelAbsorption {
  private:
   bool isLabel(ElementIndex text, ElementIndex control) const {
     const auto& label = context_[control].label;
-    return text != noElement && context_.isInScope(text) && isLoneText(text) && !plan_.isSilent(text) && label &&
+    return text != noElement && context_.isInScope(text) && isLoneText(context_, plan_, text) && label &&
            isPrintable(*label) && agreeButForWhiteSpace(*label, context_.primaryText(text));
-  }
-
-  /// Whether the text is all that would be printed of its subtree.
-  bool isLoneText(ElementIndex text) const {
-    constexpr std::size_t partsAsked = 8;
-    if (!context_.isPlainText(text)) return false;
-    const auto parts = context_.forest().descendants(text);
-    return parts.size() <= partsAsked &&
-           std::ranges::all_of(parts, [&](ElementIndex part) { return plan_.isSilent(part); });
   }
 
   const RenderContext& context_;

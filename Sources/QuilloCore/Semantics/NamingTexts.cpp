@@ -9,6 +9,7 @@
 #include "QuilloCore/Semantics/InterfaceElementTexts.h"
 #include "QuilloCore/Semantics/PrintedDetails.h"
 #include "QuilloCore/Semantics/TokenSequenceIndex.h"
+#include "QuilloCore/Support/WhiteSpace.h"
 
 namespace quillo {
 namespace {
@@ -29,6 +30,9 @@ bool mayHoldItsCaption(InterfaceSemanticRole role) {
   }
 }
 
+/// Bytes of a name in which texts without words are looked for.
+constexpr std::size_t longestNameWithMarks = 2048;
+
 class NamingTexts {
  public:
   NamingTexts(const RenderContext& context, SemanticTokenizer& tokenizer, RenderPlan& plan)
@@ -48,8 +52,8 @@ class NamingTexts {
  private:
   /// Lets the owner's name tell the element's, where it does.
   void tell(ElementIndex element, ElementIndex owner) {
-    if (context_.isPlainTextLeaf(element)) {
-      if (names(element, owner)) plan_.silentElementIDs.insert(element);
+    if (context_.isPlainText(element)) {
+      if (!plan_.printedNames.contains(element) && names(element, owner)) silence(element);
       return;
     }
     if (plan_.printedNames.contains(element)) return;
@@ -59,14 +63,17 @@ class NamingTexts {
         plan_.printedNames.emplace(owner, "");
       } else {
         isToldAround_.insert(element);
-        if (context_.isPlainText(element)) plan_.silentElementIDs.insert(element);
         plan_.printedNames.emplace(element, "");
       }
     } else if (context_[owner].role == heading && context_[element].role == link &&
                saysNothingButName(context_, plan_, element) && names(element, owner)) {
-      isToldAround_.insert(element);
-      plan_.silentElementIDs.insert(element);
+      silence(element);
     }
+  }
+
+  void silence(ElementIndex element) {
+    isToldAround_.insert(element);
+    plan_.silentElementIDs.insert(element);
   }
 
   /// The name that the texts inside may be part of: also one that stands on the line of an element around.
@@ -96,6 +103,10 @@ class NamingTexts {
   bool isPartOfName(ElementIndex text, ElementIndex owner) {
     words_.clear();
     tokenizer_.appendWords(context_.primaryText(text), words_);
+    if (words_.empty()) {
+      const std::string_view name = ownName(owner);
+      return name.size() <= longestNameWithMarks && name.contains(trimmingWhiteSpace(context_.primaryText(text)));
+    }
     auto found = names_.find(owner);
     if (found == names_.end()) {
       std::vector<std::uint32_t> nameWords;

@@ -53,4 +53,12 @@ bool saysNothingButName(const RenderContext& context, const RenderPlan& plan, El
          !printsStringValue(element, context.primaryText(index)) && printedDetails(context, plan, index).empty();
 }
 
+bool isLoneText(const RenderContext& context, const RenderPlan& plan, ElementIndex element) {
+  constexpr std::size_t partsAsked = 8;
+  if (!context.isPlainText(element) || plan.isSilent(element)) return false;
+  const auto parts = context.forest().descendants(element);
+  return parts.size() <= partsAsked &&
+         std::ranges::all_of(parts, [&](ElementIndex part) { return plan.isSilent(part); });
+}
+
 }  // namespace quillo

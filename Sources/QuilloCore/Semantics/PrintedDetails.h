@@ -17,4 +17,7 @@ std::vector<ElementDetail> printedDetails(const RenderContext& context, const Re
 /// Whether the element has nothing to print but its role and its name.
 bool saysNothingButName(const RenderContext& context, const RenderPlan& plan, ElementIndex element);
 
+/// Whether the element is a text that is all that is printed of its subtree.
+bool isLoneText(const RenderContext& context, const RenderPlan& plan, ElementIndex element);
+
 }  // namespace quillo

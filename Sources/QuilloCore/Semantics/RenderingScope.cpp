@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "QuilloCore/Semantics/InterfaceElementTexts.h"
+
 namespace quillo {
 namespace {
 
@@ -41,21 +43,30 @@ bool mayOpenMenu(InterfaceSemanticRole role) {
   return role == button || role == checkbox || role == popUpButton || role == disclosure;
 }
 
+/// A closed list of choices that shows the one that was made. Whatever a toolkit says of the others, they are away.
+bool showsItsChoice(const InterfaceElement& element) {
+  const bool isChoice = element.role == popUpButton || element.role == comboBox;
+  return isChoice && element.state.expanded == false && !printableStringValue(element).empty();
+}
+
 /// Ways to go somewhere that nobody sees or uses: navigation out of sight, a menu bar without area (of two that an
 /// application keeps, the one that the desktop's own took the place of), and what is inside a closed menu.
 class UnseenNavigation {
  public:
   explicit UnseenNavigation(const ElementForest& forest)
       : forest_(forest),
+        focusedBefore_(forest.size() + 1, 0),
         usedBefore_(forest.size() + 1, 0),
         noticedBefore_(forest.size() + 1, 0),
         openBefore_(forest.size() + 1, 0) {
     const auto order = forest.preorder();
     for (std::size_t i = 0; i < order.size(); ++i) {
       const InterfaceElement& element = forest[order[i]];
-      const bool isInUse = isTrue(element.state.focused) || isTrue(element.state.selected);
+      const bool isFocused = isTrue(element.state.focused);
+      const bool isInUse = isFocused || isTrue(element.state.selected);
       const bool isSeen = element.visibility == InterfaceVisibility::visible && hasArea(element);
       const bool isNoticed = isInUse || isSeen;
+      focusedBefore_[i + 1] = focusedBefore_[i] + static_cast<std::size_t>(isFocused);
       usedBefore_[i + 1] = usedBefore_[i] + static_cast<std::size_t>(isInUse);
       noticedBefore_[i + 1] = noticedBefore_[i] + static_cast<std::size_t>(isNoticed);
       const bool isSaidAway =
@@ -80,12 +91,15 @@ class UnseenNavigation {
     return forest_[element].role == menu && isAway(forest_.position(element) + 1, forest_.subtreeEnd(element));
   }
 
-  /// A part of a closed menu that hangs on a button, without a menu around it.
+  /// A part of a closed menu that hangs on a button, without a menu around it, or of a closed list of choices.
   bool isInClosedButtonMenu(ElementIndex element) const {
     const InterfaceSemanticRole role = forest_[element].role;
     const ElementIndex parent = forest_.parent(element);
-    return (role == menu || role == menuItem) && parent != noElement && mayOpenMenu(forest_[parent].role) &&
-           isAway(forest_.position(element), forest_.subtreeEnd(element));
+    if ((role != menu && role != menuItem) || parent == noElement) return false;
+    const std::size_t begin = forest_.position(element);
+    const std::size_t end = forest_.subtreeEnd(element);
+    return (showsItsChoice(forest_[parent]) && focusedBefore_[begin] == focusedBefore_[end]) ||
+           (mayOpenMenu(forest_[parent].role) && isAway(begin, end));
   }
 
  private:
@@ -93,8 +107,9 @@ class UnseenNavigation {
   bool isAway(std::size_t begin, std::size_t end) const { return openBefore_[begin] == openBefore_[end]; }
 
   const ElementForest& forest_;
-  // In pre-order: how many elements up to there are in use (focused or selected), how many are noticed (or seen), and
-  // how many the application does not say are away.
+  // In pre-order: how many elements up to there are focused, in use (focused or selected), noticed (in use or seen),
+  // and not said to be away by the application.
+  std::vector<std::size_t> focusedBefore_;
   std::vector<std::size_t> usedBefore_;
   std::vector<std::size_t> noticedBefore_;
   std::vector<std::size_t> openBefore_;

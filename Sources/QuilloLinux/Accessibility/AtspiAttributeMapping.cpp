@@ -7,6 +7,7 @@
 #include "QuilloCore/Support/Utf16.h"
 #include "QuilloCore/Support/WhiteSpace.h"
 #include "QuilloLinux/Accessibility/AtspiActions.h"
+#include "QuilloLinux/Accessibility/AtspiMixedText.h"
 #include "QuilloLinux/Accessibility/AtspiNames.h"
 
 namespace quillo {
@@ -116,7 +117,9 @@ class ElementMapper {
   void addNames() {
     if (role_ == "AXStaticText") {
       const bool isNamedByText = isBareText() || (record_.name.empty() && hasOwnText(record_));
-      addText("AXValue", isNamedByText ? record_.text->text.text : record_.name);
+      // Where children stand between the words, each piece is a child of its own.
+      const bool isMixed = isNamedByText && !wordsBetweenChildren(record_, toolkit_).empty();
+      if (!isMixed) addText("AXValue", isNamedByText ? record_.text->text.text : record_.name);
     } else {
       std::string_view title = names_.title;
       const bool isNamedByText = record_.role == Role::heading || isTableCell(record_.role);
