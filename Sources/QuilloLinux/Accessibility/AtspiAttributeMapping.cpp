@@ -221,7 +221,9 @@ class ElementMapper {
     const auto addFlag = [&](std::string_view name, unsigned state) {
       if (record_.is(state)) add(name, true);
     };
-    if (isInteractive(record_.role) && !isTopLevelWindow(record_.role)) {
+    // A tab whose label is not shown has the states of nothing; only its page is there.
+    const bool isHiddenTab = record_.role == Role::pageTab && (!record_.extents || isAbsent(*record_.extents));
+    if (isInteractive(record_.role) && !isTopLevelWindow(record_.role) && !isHiddenTab) {
       add("AXEnabled", record_.is(AtspiState::sensitive));
     }
     if (record_.is(AtspiState::focusable) || record_.is(AtspiState::focused)) {
@@ -289,15 +291,18 @@ class ElementMapper {
       return;
     }
     const ArtifactRect& extents = *record_.extents;
-    constexpr double absent = -2147483648.0;  // what some toolkits give for what is not on the screen
-    const bool isAbsent = extents.x == absent || extents.y == absent || extents.width < 0 || extents.height < 0 ||
-                          extents == ArtifactRect{.x = -1, .y = -1, .width = -1, .height = -1} ||
-                          extents == ArtifactRect{};
-    if (isAbsent) return;
+    if (isAbsent(extents)) return;
     addFrame({.x = extents.x + placement_.origin.x,
               .y = extents.y + placement_.origin.y,
               .width = extents.width,
               .height = extents.height});
+  }
+
+  /// What toolkits give for what is not on the screen.
+  static bool isAbsent(const ArtifactRect& extents) {
+    constexpr double absent = -2147483648.0;
+    return extents.x == absent || extents.y == absent || extents.width < 0 || extents.height < 0 ||
+           extents == ArtifactRect{.x = -1, .y = -1, .width = -1, .height = -1} || extents == ArtifactRect{};
   }
 
   void addFrame(const ArtifactRect& frame) {
