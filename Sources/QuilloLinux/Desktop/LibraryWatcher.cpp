@@ -3,16 +3,19 @@
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/inotify.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <ctime>
 #include <map>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <tuple>
 #include <utility>
 
 #include "QuilloCore/Artifacts/ArtifactBundleLayout.h"
@@ -46,7 +49,7 @@ class Descriptor {
 
 }  // namespace
 
-/// Everything but `end` belongs to the thread.
+/// The library itself is watched at once; everything after that but `end` belongs to the thread.
 class LibraryWatcher::Watch {
  public:
   explicit Watch(fs::path libraryPath) : libraryPath_(std::move(libraryPath)) {
@@ -56,7 +59,8 @@ class LibraryWatcher::Watch {
 
   template <class Tell>
   void run(const Tell& tell) {
-    while (wait(-1)) {
+    watchBundles();
+    while (hasChanged_ || wait(-1)) {
       readEvents();
       if (!std::exchange(hasChanged_, false)) continue;
       // More of the same is usually on its way.
@@ -102,11 +106,30 @@ class LibraryWatcher::Watch {
     }
     if (libraryWatch_ < 0) return;
     if (ancestorWatch_ >= 0) remove(std::exchange(ancestorWatch_, -1));
+  }
+
+  void watchBundles() {
     std::error_code error;
     for (fs::directory_iterator entry(libraryPath_, error); !error && entry != fs::directory_iterator();
          entry.increment(error)) {
-      watchBundle(entry->path().filename().native());
+      const std::string name = entry->path().filename().native();
+      watchBundle(name);
+      hasChanged_ = hasChanged_ || hasChangedSinceBeginning(name);
     }
+  }
+
+  /// Of a bundle that may have been read by others before it was watched: replacing a file changes its directory.
+  bool hasChangedSinceBeginning(const std::string& name) const {
+    struct stat status{};
+    if (!Layout::isBundleName(name) || lstat((libraryPath_ / name).c_str(), &status) < 0) return false;
+    return std::tie(status.st_mtim.tv_sec, status.st_mtim.tv_nsec) >= std::tie(beganAt_.tv_sec, beganAt_.tv_nsec);
+  }
+
+  /// By the clock that file systems use.
+  static timespec now() {
+    timespec time{};
+    clock_gettime(CLOCK_REALTIME_COARSE, &time);
+    return time;
   }
 
   /// The nearest directory that exists: whatever appears in it may lead to the library.
@@ -138,6 +161,7 @@ class LibraryWatcher::Watch {
     if (libraryWatch_ >= 0) remove(std::exchange(libraryWatch_, -1));
     if (ancestorWatch_ >= 0) remove(std::exchange(ancestorWatch_, -1));
     watchLibrary();
+    watchBundles();
     hasChanged_ = hasChanged_ || wasThere || libraryWatch_ >= 0;
   }
 
@@ -180,6 +204,7 @@ class LibraryWatcher::Watch {
   }
 
   fs::path libraryPath_;
+  timespec beganAt_ = now();
   Descriptor inotify_{inotify_init1(IN_CLOEXEC | IN_NONBLOCK)};  // none where the kernel gives out no more
   Descriptor endEvent_{eventfd(0, EFD_CLOEXEC)};
   int libraryWatch_ = -1;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <optional>
 #include <string>
 
@@ -38,6 +39,7 @@ class LibraryWatcherTest : public testing::Test {
 
 TEST_F(LibraryWatcherTest, tellsWhatBecomesOfBundles) {
   makeBundle("old.quillo");
+  fs::last_write_time(library / "old.quillo", fs::file_time_type::clock::now() - std::chrono::minutes(1));
   watch();
   EXPECT_TRUE(isTold([&] { makeBundle("new.quillo"); }));
   for (const std::string name : {"old.quillo", "new.quillo"}) {
@@ -50,6 +52,12 @@ TEST_F(LibraryWatcherTest, tellsWhatBecomesOfBundles) {
   EXPECT_TRUE(isTold([&] { fs::rename(folder.path() / "old.quillo", library / "back.quillo"); }));
   EXPECT_TRUE(isTold([&] { writeFile(library / "back.quillo" / "manifest.json", "{  }"); }));
   EXPECT_TRUE(isTold([&] { fs::remove_all(library / "back.quillo"); }));
+}
+
+TEST_F(LibraryWatcherTest, tellsWhatChangedWhileItBegan) {
+  makeBundle("changed.quillo");
+  fs::last_write_time(library / "changed.quillo", fs::file_time_type::clock::now() + std::chrono::seconds(1));
+  EXPECT_TRUE(isTold([&] { watch(); }));
 }
 
 TEST_F(LibraryWatcherTest, waitsForALibraryThatIsNotThereOrHasGone) {
