@@ -54,7 +54,13 @@ void QuilloApp::start(LaunchRequest request) {
     if (!statusItem_->isShown()) openLibrary();
   });
   model_.startIfNeeded();
+  // After the first step of what that has started: the library is read while its window is made.
+  tasks_.start([this, request] { return performFirst(request); });
+}
+
+Task<> QuilloApp::performFirst(LaunchRequest request) {
   perform(request);
+  co_return;
 }
 
 void QuilloApp::perform(LaunchRequest request) {

@@ -47,6 +47,7 @@ class QuilloApp {
  private:
   void openLibrary();
   void modelChanged(QuilloModelChanges changes);
+  Task<> performFirst(LaunchRequest request);
   Task<> endTasks();
 
   MainLoop& loop_;

@@ -17,15 +17,11 @@ LibraryFlow::LibraryFlow(ModelContext& context, LoadedArtifactCache& cache, Edit
 
 Task<> LibraryFlow::start() {
   context_.activity.beginQuietly(Activity::Kind::loading);
-  Task<Outcome<void>> preparing = outcomeOf(context_.services.repository.prepare());
-  const Outcome<void> prepared = co_await std::move(preparing);
-  if (!prepared) {
-    context_.activity.end(Activity::Kind::loading);
-    showListingFailure(prepared.error());
-    co_return;
-  }
-  Task<> reloading = reload();
-  co_await std::move(reloading);
+  Task<Outcome<LibraryListing>> opening =
+      outcomeOf(context_.services.repository.prepareAndSurvey(ListingDetail::withoutContextTexts));
+  Outcome<LibraryListing> listed = co_await std::move(opening);
+  context_.activity.end(Activity::Kind::loading);
+  applyListing(std::move(listed));
 }
 
 Task<> LibraryFlow::reload() {

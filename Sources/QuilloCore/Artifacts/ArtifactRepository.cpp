@@ -18,6 +18,13 @@ Task<LibraryListing> ArtifactRepository::survey(ListingDetail detail) {
   return queue_.run([this, detail] { return store_.survey(detail); });
 }
 
+Task<LibraryListing> ArtifactRepository::prepareAndSurvey(ListingDetail detail) {
+  return queue_.run([this, detail] {
+    store_.prepare();
+    return store_.survey(detail);
+  });
+}
+
 Task<std::vector<std::string>> ArtifactRepository::contextTexts(std::vector<UUID> ids) {
   return queue_.run([this, ids = std::move(ids)] { return store_.contextTexts(ids); });
 }

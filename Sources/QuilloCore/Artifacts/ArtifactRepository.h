@@ -25,6 +25,8 @@ class ArtifactRepository {
   Task<> prepare();
   Task<std::vector<StoredArtifact>> list(ListingDetail detail = ListingDetail::everything);
   Task<LibraryListing> survey(ListingDetail detail);
+  /// Both, one after the other.
+  Task<LibraryListing> prepareAndSurvey(ListingDetail detail);
   Task<std::vector<std::string>> contextTexts(std::vector<UUID> ids);
   Task<StoredArtifact> create(ContextArtifactDraft draft);
   Task<LoadedArtifact> load(UUID id);
