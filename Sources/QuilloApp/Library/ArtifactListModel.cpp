@@ -13,7 +13,8 @@ ArtifactListModel::ArtifactListModel(Thumbnails& thumbnails, QObject* parent)
   connect(&thumbnails, &Thumbnails::loaded, this, &ArtifactListModel::thumbnailLoaded);
 }
 
-void ArtifactListModel::setRows(std::vector<LibraryRow> rows) {
+void ArtifactListModel::setRows(std::vector<LibraryRow> rows, const QLocale& locale) {
+  locale_ = locale;
   // What stands first and last stays; what is between is taken out and put in, and in the usual case that is one row.
   const auto isSame = [](const LibraryRow& a, const LibraryRow& b) {
     return a.id == b.id && (!a.isDay() || a.title == b.title);
@@ -70,14 +71,15 @@ QVariant ArtifactListModel::data(const QModelIndex& index, int role) const {
     case Qt::ToolTipRole:
       return row.isDay() ? QVariant() : tr("%1 (%2)").arg(row.title, conditionInWords(row.condition));
     case Qt::AccessibleTextRole:
-      return row.isDay()
-                 ? row.title
-                 : tr("%1, %2, %3, %4").arg(row.title, row.application, row.time, conditionInWords(row.condition));
+      return row.isDay() ? row.title
+                         : tr("%1, %2, %3, %4")
+                               .arg(row.title, row.application, timeInWords(row.date, locale_),
+                                    conditionInWords(row.condition));
     case Qt::DecorationRole:
       return row.screenshotPath.isEmpty() ? QVariant()
                                           : QVariant(thumbnails_.image(row.screenshotPath, thumbnailPixels));
     case applicationRole: return row.application;
-    case timeRole: return row.time;
+    case timeRole: return timeInWords(row.date, locale_);
     case isDayRole: return row.isDay();
     case conditionRole: return static_cast<int>(row.condition);
     default: return {};

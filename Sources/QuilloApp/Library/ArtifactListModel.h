@@ -19,8 +19,8 @@ class ArtifactListModel : public QAbstractListModel {
 
   explicit ArtifactListModel(Thumbnails& thumbnails, QObject* parent = nullptr);
 
-  /// Tells the view only what differs.
-  void setRows(std::vector<LibraryRow> rows);
+  /// Tells the view only what differs. Times are told in the locale's words.
+  void setRows(std::vector<LibraryRow> rows, const QLocale& locale = QLocale());
 
   std::optional<UUID> idAt(const QModelIndex& index) const;
   /// Where nothing was captured yet, or nothing is found.
@@ -37,6 +37,7 @@ class ArtifactListModel : public QAbstractListModel {
 
   Thumbnails& thumbnails_;
   std::vector<LibraryRow> rows_;
+  QLocale locale_;
 };
 
 }  // namespace quillo

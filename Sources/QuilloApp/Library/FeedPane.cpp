@@ -151,7 +151,7 @@ void FeedPane::update(QuilloModelChanges changes) {
 void FeedPane::updateRows() {
   const std::vector<std::size_t> shown = model_.shownArtifacts();
   shownCount_ = shown.size();
-  rows_->setRows(libraryRows(model_.state(), shown, QDate::currentDate(), locale()));
+  rows_->setRows(libraryRows(model_.state(), shown, QDate::currentDate(), locale()), locale());
 }
 
 void FeedPane::updateFilter() {

@@ -18,6 +18,10 @@ QDateTime localTime(Date date) {
   return QDateTime::fromMSecsSinceEpoch(milliseconds);
 }
 
+Date dateOf(const QDateTime& time) {
+  return Date(std::chrono::milliseconds(time.toMSecsSinceEpoch()));
+}
+
 QString dayInWords(QDate day, QDate today, const QLocale& locale) {
   if (day == today) return LibraryRowsText::tr("Today");
   if (day.addDays(1) == today) return LibraryRowsText::tr("Yesterday");
@@ -37,23 +41,27 @@ class FeedBuilder {
   FeedBuilder(QDate today, const QLocale& locale) : today_(today), locale_(locale) {}
 
   void add(Date date, LibraryRow row) {
-    const QDateTime created = localTime(date);
-    if (created.date() != shownDay_) {
-      shownDay_ = created.date();
-      LibraryRow day;
-      day.title = dayInWords(shownDay_, today_, locale_);
-      rows.push_back(std::move(day));
-    }
-    row.time = locale_.toString(created.time(), QLocale::ShortFormat);
+    // Asking for the local day of every capture would take longer than everything else.
+    if (date < dayBegin_ || date >= dayEnd_) beginDay(localTime(date).date());
+    row.date = date;
     rows.push_back(std::move(row));
   }
 
   std::vector<LibraryRow> rows;
 
  private:
+  void beginDay(QDate day) {
+    dayBegin_ = dateOf(day.startOfDay());
+    dayEnd_ = dateOf(day.addDays(1).startOfDay());
+    LibraryRow row;
+    row.title = dayInWords(day, today_, locale_);
+    rows.push_back(std::move(row));
+  }
+
   QDate today_;
   const QLocale& locale_;
-  QDate shownDay_;
+  Date dayBegin_ = Date::max();
+  Date dayEnd_ = Date::min();
 };
 
 LibraryRow rowOf(const StoredArtifact& artifact, const LibraryCondition& library) {
@@ -61,7 +69,7 @@ LibraryRow rowOf(const StoredArtifact& artifact, const LibraryCondition& library
   return {.id = manifest.id,
           .title = QString::fromStdString(manifest.title).simplified(),
           .application = QString::fromStdString(manifest.source.applicationName).simplified(),
-          .time = {},
+          .date = {},
           .screenshotPath = QString::fromStdString(artifact.screenshotPath().string()),
           .condition = conditionOf(library, manifest.id)};
 }
@@ -70,7 +78,7 @@ LibraryRow rowOf(const DamagedBundle& bundle) {
   return {.id = bundle.id,
           .title = LibraryRowsText::tr("Damaged capture"),
           .application = QString::fromStdString(bundle.reason).simplified(),
-          .time = {},
+          .date = {},
           .screenshotPath = {},
           .condition = CaptureCondition::damaged};
 }
@@ -98,6 +106,10 @@ std::vector<LibraryRow> libraryRows(const QuilloModelState& state, const std::ve
   }
   addDamagedSince(Date::min());
   return std::move(feed.rows);
+}
+
+QString timeInWords(Date date, const QLocale& locale) {
+  return locale.toString(localTime(date).time(), QLocale::ShortFormat);
 }
 
 QString conditionInWords(CaptureCondition condition) {

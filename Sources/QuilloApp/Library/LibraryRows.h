@@ -20,7 +20,7 @@ struct LibraryRow {
   std::optional<UUID> id;  ///< nothing for a day
   QString title;           ///< the capture's, or the day in words
   QString application;     ///< of a bundle that cannot be read, the reason
-  QString time;            ///< of the capture, on that day
+  Date date;               ///< of the capture
   QString screenshotPath;
   CaptureCondition condition = CaptureCondition::complete;
 
@@ -34,6 +34,9 @@ struct LibraryRow {
 /// for.
 std::vector<LibraryRow> libraryRows(const QuilloModelState& state, const std::vector<std::size_t>& shown, QDate today,
                                     const QLocale& locale);
+
+/// The time of day of a capture.
+QString timeInWords(Date date, const QLocale& locale);
 
 /// "complete", "partial", "damaged".
 QString conditionInWords(CaptureCondition condition);
