@@ -10,6 +10,7 @@
 
 #include "DesktopPlatform.h"
 #include "QuilloApp.h"
+#include "QuilloApp/Interface/ContrastStyle.h"
 #include "QuilloApp/Interface/Translations.h"
 #include "QuilloApp/Setup/PracticeWindow.h"
 #include "QuilloCore/Artifacts/ArtifactStore.h"
@@ -130,6 +131,7 @@ int runMain(int argumentCount, char** arguments) {
   QApplication::setApplicationVersion(QStringLiteral(QUILLO_VERSION));
   QApplication::setDesktopFileName(QStringLiteral("org.quillo.Quillo"));
   QApplication::setQuitOnLastWindowClosed(false);
+  QApplication::setStyle(new ContrastStyle);
   installTranslations();
 
   // The guide's practice window is no part of the session's instance.
