@@ -9,13 +9,14 @@
 #include "QuilloApp/Inspector/CoverageSummary.h"
 #include "QuilloApp/Inspector/FolioLayout.h"
 #include "QuilloApp/Interface/Symbols.h"
+#include "QuilloApp/Interface/TextLabel.h"
 
 namespace quillo {
 
 CoverageBanner::CoverageBanner(QWidget* parent)
     : QWidget(parent),
       symbol_(new QLabel(this)),
-      headline_(new QLabel(this)),
+      headline_(new TextLabel(this)),
       more_(
           folio::makeToolButton(this, QStringLiteral("coverageMore"), tr("&Details"), tr("Details of what was read"))),
       details_(new QPlainTextEdit(this)) {

@@ -3,11 +3,12 @@
 #include <QPushButton>
 
 #include "QuilloApp/Interface/Symbols.h"
+#include "QuilloApp/Interface/TextLabel.h"
 
 namespace quillo::folio {
 
 QLabel* makeHeading(QWidget* field, const QString& text) {
-  auto* label = new QLabel(text, field->parentWidget());
+  auto* label = new TextLabel(field->parentWidget(), text);
   QFont bold = label->font();
   bold.setBold(true);
   label->setFont(bold);

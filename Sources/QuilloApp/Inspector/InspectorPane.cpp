@@ -262,7 +262,9 @@ void InspectorPane::updateSaveState() {
   if (state.isSavingEdits) {
     saveState_->setText(tr("Saving…"));
   } else if (state.saveFailure) {
-    saveState_->setText(tr("Not saved: %1 What you wrote is kept here.").arg(messageText(*state.saveFailure)));
+    QString reason = messageText(*state.saveFailure);
+    if (!reason.endsWith(QLatin1Char('.'))) reason += QLatin1Char('.');
+    saveState_->setText(tr("Not saved: %1 What you wrote is kept here.").arg(reason));
   } else {
     saveState_->setText(state.hasUnsavedChanges ? tr("Not saved yet") : tr("Saved"));
   }

@@ -88,13 +88,15 @@ void LedgerDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
     const QRect place = cursor.take(metrics.horizontalAdvance(words) + 1);
     painter->setFont(font);
     painter->setPen(color);
-    painter->drawText(place, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine),
+    // Each text runs its own way, and ends with its dots there, at the place that the line gives it.
+    painter->setLayoutDirection(words.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    const auto side = option.direction == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
+    painter->drawText(place, static_cast<int>(Qt::AlignVCenter | Qt::AlignAbsolute | side | Qt::TextSingleLine),
                       metrics.elidedText(words, Qt::ElideRight, place.width()));
     cursor.take(folio::unit);
   };
 
   painter->save();
-  painter->setLayoutDirection(option.direction);
   if (index.data(LedgerModel::isProtectedRole).toBool()) mark("lock");
   if (isHidden) mark("eye.slash");
   write(index.data(LedgerModel::roleWordRole).toString(), quiet);

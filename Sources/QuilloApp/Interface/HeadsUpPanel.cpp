@@ -17,6 +17,7 @@
 #include "QuilloApp/Interface/MessageText.h"
 #include "QuilloApp/Interface/QuietText.h"
 #include "QuilloApp/Interface/Symbols.h"
+#include "QuilloApp/Interface/TextLabel.h"
 #include "QuilloCore/Concurrency/PendingResult.h"
 
 namespace quillo {
@@ -76,9 +77,6 @@ class HeadsUpPanel::Window final : public QWidget {
     title_.setTextFormat(Qt::PlainText);
     detail_.setTextFormat(Qt::PlainText);
     detail_.setWordWrap(true);
-    // Beside the picture, whichever way the text itself runs.
-    const Qt::Alignment beside = isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft;
-    for (QLabel* label : {&title_, &detail_}) label->setAlignment(beside | Qt::AlignAbsolute | Qt::AlignVCenter);
     QPalette quiet = detail_.palette();
     quiet.setColor(QPalette::WindowText, quietTextColor(quiet, QPalette::WindowText, QPalette::Window));
     detail_.setPalette(quiet);
@@ -163,8 +161,8 @@ class HeadsUpPanel::Window final : public QWidget {
 
   bool isFailure_ = false;
   QLabel picture_;
-  QLabel title_;
-  QLabel detail_;
+  TextLabel title_;
+  TextLabel detail_;
 };
 
 HeadsUpPanel::HeadsUpPanel(TaskGroup& tasks, std::function<TaskExecutor()> makeWorkerExecutor)

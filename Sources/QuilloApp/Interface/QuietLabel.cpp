@@ -8,7 +8,7 @@
 
 namespace quillo {
 
-QuietLabel::QuietLabel(const QString& objectName, QWidget* parent) : QLabel(parent) {
+QuietLabel::QuietLabel(const QString& objectName, QWidget* parent) : TextLabel(parent) {
   setObjectName(objectName);
   setTextFormat(Qt::PlainText);
   followPalette();
@@ -16,7 +16,7 @@ QuietLabel::QuietLabel(const QString& objectName, QWidget* parent) : QLabel(pare
 
 void QuietLabel::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationPaletteChange) followPalette();
-  QLabel::changeEvent(event);
+  TextLabel::changeEvent(event);
 }
 
 void QuietLabel::followPalette() {

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QLabel>
+#include "QuilloApp/Interface/TextLabel.h"
 
 namespace quillo {
 
 /// A label that stands back behind the main text, also when the palette changes. Shows plain text.
-class QuietLabel : public QLabel {
+class QuietLabel : public TextLabel {
  public:
   QuietLabel(const QString& objectName, QWidget* parent);
 

@@ -6,6 +6,7 @@
 
 #include "QuilloApp/Interface/MessageText.h"
 #include "QuilloApp/Interface/Symbols.h"
+#include "QuilloApp/Interface/TextLabel.h"
 #include "QuilloApp/Setup/SetupLayout.h"
 
 namespace quillo {
@@ -32,7 +33,7 @@ PermissionRows::Row PermissionRows::makeRow(QGridLayout& grid, ContextCapturePer
   const QString id = isAccessibility ? QStringLiteral("accessibility") : QStringLiteral("screenRecording");
   const Row row{.permission = permission,
                 .symbol = new QLabel(this),
-                .text = new QLabel(this),
+                .text = new TextLabel(this),
                 .advice = setup::makeQuietParagraph(this, id + QStringLiteral("Advice")),
                 .button = new QPushButton(isAccessibility ? tr("&Allow…") : tr("&Explain…"), this)};
   const QString name = messageText(displayName(permission));

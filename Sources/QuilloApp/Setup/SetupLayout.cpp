@@ -1,6 +1,7 @@
 #include "QuilloApp/Setup/SetupLayout.h"
 
 #include "QuilloApp/Interface/QuietLabel.h"
+#include "QuilloApp/Interface/TextLabel.h"
 
 namespace quillo::setup {
 namespace {
@@ -19,7 +20,7 @@ QString qString(std::string_view text) {
 }
 
 QLabel* makeHeading(QWidget* parent, const QString& text) {
-  auto* label = new QLabel(text, parent);
+  auto* label = new TextLabel(parent, text);
   QFont bold = label->font();
   bold.setBold(true);
   label->setFont(bold);
@@ -27,7 +28,7 @@ QLabel* makeHeading(QWidget* parent, const QString& text) {
 }
 
 QLabel* makeParagraph(QWidget* parent, const QString& objectName, const QString& text) {
-  auto* label = new QLabel(parent);
+  auto* label = new TextLabel(parent);
   label->setObjectName(objectName);
   return wrapping(label, text);
 }

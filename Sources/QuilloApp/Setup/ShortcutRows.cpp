@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include "QuilloApp/Interface/MessageText.h"
+#include "QuilloApp/Interface/TextLabel.h"
 #include "QuilloApp/Setup/SetupLayout.h"
 
 namespace quillo {
@@ -49,7 +50,7 @@ ShortcutRows::Row ShortcutRows::makeRow(QGridLayout& grid, const QString& object
   const Row row{.member = member,
                 .button = new ShortcutButton(this),
                 .words = setup::makeQuietParagraph(this, objectName + QStringLiteral("Keys"))};
-  auto* label = new QLabel(name, this);
+  auto* label = new TextLabel(this, name);
   label->setBuddy(row.button);
   row.button->setObjectName(objectName);
   row.button->setMinimumWidth(22 * unit);

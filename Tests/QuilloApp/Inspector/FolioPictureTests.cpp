@@ -7,6 +7,7 @@
 #include <string>
 
 #include "FolioFixture.h"
+#include "QuilloApp/Interface/ContrastStyle.h"
 
 namespace quillo::test {
 namespace {
@@ -63,8 +64,17 @@ class FolioPictures : public FolioFixture {
     QApplication::setLayoutDirection(Qt::LeftToRight);
   }
 
-  void write(const std::string& name, double ratio = 1) {
-    for (int turn = 0; turn < 5; ++turn) pass();
+  /// As it is now, in every look.
+  void write(const std::string& name) {
+    for (const Appearance* appearance : {&light, &dark, &contrast}) {
+      wear(*appearance);
+      draw(name + "-" + appearance->name, 1);
+      draw(name + "-" + appearance->name + "-2x", 2);
+    }
+  }
+
+  void draw(const std::string& name, double ratio) {
+    application.processEvents();
     QImage image((QSizeF(pane->size()) * ratio).toSize(), QImage::Format_RGB32);
     image.setDevicePixelRatio(ratio);
     image.fill(pane->palette().color(QPalette::Window));
@@ -77,7 +87,7 @@ class FolioPictures : public FolioFixture {
 };
 
 TEST_F(FolioPictures, ofEveryState) {
-  QApplication::setStyle(QStringLiteral("Fusion"));
+  QApplication::setStyle(new ContrastStyle(QStringLiteral("Fusion")));
   ContextArtifactDraft partial = draft(mail);
   partial.manifest.annotations = "Ask whether the nine o'clock train still runs on Sundays.";
   auto& completeness = partial.interfaceObservation.completeness;
@@ -86,24 +96,44 @@ TEST_F(FolioPictures, ofEveryState) {
   completeness.warnings = {"The window moved while it was being read."};
   completeness.prunedNodeCount = 17;
   const UUID partialID = store(partial);
-  wear(light);
-  open(store(draft(mail)));
-  for (const Appearance* appearance : {&light, &dark, &contrast}) {
-    wear(*appearance);
-    find<LedgerPane>("ledgerPane").selectLine(-1);
-    write(std::string("whole-") + appearance->name);
-    find<LedgerPane>("ledgerPane").selectLine(10);
-    write(std::string("lit-") + appearance->name);
-    write(std::string("lit-2x-") + appearance->name, 2);
-    find<QTabWidget>("pages").setCurrentIndex(1);
-    write(std::string("paste-") + appearance->name);
-    find<QTabWidget>("pages").setCurrentIndex(0);
-  }
-  wear(light);
+  ContextArtifactDraft unreadable = draft("window 'Blank' frame=0,0,400,300");
+  unreadable.screenshotPNG = "no picture";
+  const UUID unreadableID = store(unreadable);
+  const UUID wholeID = store(draft(mail));
+
+  pane->show();
+  start();
+  model->select(wholeID);
+  EXPECT_TRUE(loop.runUntil([&] { return state().selectedArtifact && state().selectedArtifact->id() == wholeID; }));
+  pane->update(QuilloModelChanges::everything());
+  write("reading");
+  waitFor(wholeID);
+  auto& ledger = find<LedgerPane>("ledgerPane");
+  auto& screenshot = find<ScreenshotView>("screenshot");
+  ledger.selectLine(-1);
+  write("whole");
+  ledger.selectLine(10);
+  ledger.setPointed(8);
+  screenshot.setPointed(ledger.ledger()->line(8).frame);
+  write("lit");
+  find<QTabWidget>("pages").setCurrentIndex(1);
+  write("paste");
+  find<QTabWidget>("pages").setCurrentIndex(0);
   find<QLineEdit>("ledgerSearch").setText(QStringLiteral("in"));
-  find<ScreenshotView>("screenshot").setZoom(1);
+  screenshot.setZoom(1);
   write("searching-at-100");
   find<QLineEdit>("ledgerSearch").clear();
+  files.record->isFull = true;
+  find<QPlainTextEdit>("annotations").setPlainText(QStringLiteral("Answer it"));
+  advance(1);
+  pass();
+  write("not-saved");
+  files.record->isFull = false;
+  find<QPlainTextEdit>("annotations").setPlainText(QStringLiteral("Answer it!"));
+  advance(1);
+  pass();
+  waitFor(unreadableID);
+  write("unreadable");
   waitFor(partialID);
   find<QToolButton>("coverageMore").setChecked(true);
   write("partial-details");
@@ -111,9 +141,10 @@ TEST_F(FolioPictures, ofEveryState) {
   pane->resize(560, 536);
   write("smallest");
   QApplication::setLayoutDirection(Qt::RightToLeft);
-  find<LedgerPane>("ledgerPane").selectLine(10);
+  ledger.selectLine(10);
   write("smallest-right-to-left");
-  QApplication::setLayoutDirection(Qt::LeftToRight);
+  pane->resize(784, 680);
+  write("right-to-left");
 }
 
 }  // namespace

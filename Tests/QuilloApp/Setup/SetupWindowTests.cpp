@@ -1,3 +1,4 @@
+#include "QuilloApp/Interface/ContrastStyle.h"
 #include "QuilloApp/Interface/Translations.h"
 #include "QuilloApp/Setup/SetupWindow.h"
 
@@ -27,6 +28,7 @@ class OffscreenApplication : public testing::Environment {
   void SetUp() override {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     application_.emplace(argumentCount_, arguments_);
+    QApplication::setStyle(new ContrastStyle);
     installTranslations(QLocale::English);
   }
   void TearDown() override { application_.reset(); }
@@ -156,7 +158,7 @@ class SetupPictures : public SetupWindowTest {
   static std::vector<Look> looks() {
     return {{"light", QApplication::style()->standardPalette()},
             {"dark", palette(0x2b2b2b, 0x1e1e1e, 0xf0f0f0, 0x3a3a3a, 0x3584e4, 0x808080)},
-            {"contrast", palette(0x000000, 0x404040, 0xffffff, 0x404040, 0xffff00, 0xc0c0c0)}};
+            {"contrast", palette(0x000000, 0x000000, 0xffffff, 0x000000, 0xffff00, 0xc0c0c0)}};
   }
 
   /// Every look, at one and at two pixels a point, and from right to left.
