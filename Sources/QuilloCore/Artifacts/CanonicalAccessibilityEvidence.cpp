@@ -1,9 +1,9 @@
 #include "QuilloCore/Artifacts/CanonicalAccessibilityEvidence.h"
 
 #include <cmath>
-#include <cstddef>
 #include <type_traits>
-#include <utility>
+
+#include "QuilloCore/Support/JsonTaggedVariant.h"
 
 namespace quillo {
 namespace {
@@ -11,31 +11,23 @@ namespace {
 using Value = CanonicalAccessibilityAttributeValue;
 
 // In the order of the variant's alternatives.
-constexpr std::array<std::string_view, std::variant_size_v<Value>> tags = {
-    "text", "boolean", "integer", "number", "rect", "point", "size", "range", "textList", "redacted"};
+constexpr JsonTags<Value> tags = {"text",  "boolean", "integer", "number",   "rect",
+                                  "point", "size",    "range",   "textList", "redacted"};
 
-template <class Payload>
-Value readPayload(const JsonCursor& cursor) {
-  if constexpr (std::is_same_v<Payload, RedactedValue>) {
-    return RedactedValue{};
-  } else if constexpr (std::is_same_v<Payload, TextBlobReference>) {
-    return TextBlobReference{readJson<std::int64_t>(cursor.require("textBlobID"))};
-  } else if constexpr (std::is_same_v<Payload, TextBlobListReference>) {
-    return TextBlobListReference{readJson<std::vector<std::int64_t>>(cursor.require("textBlobIDs"))};
-  } else {
-    return readJson<Payload>(cursor.require("value"));
+struct PayloadReader {
+  template <class Payload>
+  Payload operator()(const JsonCursor& object) const {
+    if constexpr (std::is_same_v<Payload, RedactedValue>) {
+      return {};
+    } else if constexpr (std::is_same_v<Payload, TextBlobReference>) {
+      return {readJson<std::int64_t>(object.require("textBlobID"))};
+    } else if constexpr (std::is_same_v<Payload, TextBlobListReference>) {
+      return {readJson<std::vector<std::int64_t>>(object.require("textBlobIDs"))};
+    } else {
+      return readJson<Payload>(object.require("value"));
+    }
   }
-}
-
-template <std::size_t index = 0>
-Value readTagged(std::size_t tag, const JsonCursor& cursor) {
-  if constexpr (index == tags.size()) {
-    std::unreachable();
-  } else {
-    if (tag != index) return readTagged<index + 1>(tag, cursor);
-    return readPayload<std::variant_alternative_t<index, Value>>(cursor);
-  }
-}
+};
 
 // Keys in ascending order: "textBlobID", "textBlobIDs" < "type" < "value".
 struct WriteTagged {
@@ -43,23 +35,23 @@ struct WriteTagged {
   std::string_view tag;
 
   void writeTag() const {
-    writer.key("type");
+    writer.plainKey("type");
     writer.string(tag);
   }
   void operator()(const TextBlobReference& reference) const {
-    writer.key("textBlobID");
+    writer.plainKey("textBlobID");
     writer.integer(reference.textBlobID);
     writeTag();
   }
   void operator()(const TextBlobListReference& reference) const {
-    writer.key("textBlobIDs");
+    writer.plainKey("textBlobIDs");
     writeJson(writer, reference.textBlobIDs);
     writeTag();
   }
   void operator()(const RedactedValue& /*unused*/) const { writeTag(); }
   void operator()(const auto& payload) const {
     writeTag();
-    writer.key("value");
+    writer.plainKey("value");
     writeJson(writer, payload);
   }
 };
@@ -96,12 +88,7 @@ void JsonCodec<Value>::write(JsonWriter& writer, const Value& value) {
 }
 
 Value JsonCodec<Value>::read(const JsonCursor& cursor) {
-  const JsonCursor type = cursor.require("type");
-  const std::string_view name = type.string();
-  for (std::size_t i = 0; i < tags.size(); ++i) {
-    if (tags[i] == name) return readTagged(i, cursor);
-  }
-  throw JsonError(JsonError::UnknownName{type.path(), std::string(name)});
+  return readTaggedVariant<Value>(cursor, tags, PayloadReader());
 }
 
 }  // namespace quillo

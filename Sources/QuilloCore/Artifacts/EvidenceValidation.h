@@ -68,6 +68,12 @@ class TextBlobTable {
 
   void require(std::int64_t id) const { text(id); }
 
+  /// Fetches a text into the processor's cache, for a use soon.
+  void prefetch(std::int64_t id) const {
+    if (isDense_ && id >= 0 && std::cmp_less(id, texts_.size()))
+      __builtin_prefetch(texts_[static_cast<std::size_t>(id)].data());
+  }
+
  private:
   bool isDense_ = true;
   std::vector<std::string_view> texts_;

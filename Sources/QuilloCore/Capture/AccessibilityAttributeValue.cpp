@@ -1,31 +1,26 @@
 #include "QuilloCore/Capture/AccessibilityAttributeValue.h"
 
-#include <array>
-#include <string_view>
 #include <type_traits>
-#include <utility>
+
+#include "QuilloCore/Support/JsonTaggedVariant.h"
 
 namespace quillo {
 namespace {
 
 // In the order of the variant's alternatives.
-constexpr std::array<std::string_view, std::variant_size_v<AccessibilityAttributeValue>> tags = {
-    "string", "boolean", "integer", "number", "rect", "point", "size", "range", "strings", "redacted"};
+constexpr JsonTags<AccessibilityAttributeValue> tags = {"string", "boolean", "integer", "number",  "rect",
+                                                        "point",  "size",    "range",   "strings", "redacted"};
 
-template <std::size_t index = 0>
-AccessibilityAttributeValue readTagged(std::size_t tag, const JsonCursor& cursor) {
-  if constexpr (index == tags.size()) {
-    std::unreachable();
-  } else {
-    if (tag != index) return readTagged<index + 1>(tag, cursor);
-    using Payload = std::variant_alternative_t<index, AccessibilityAttributeValue>;
+struct PayloadReader {
+  template <class Payload>
+  Payload operator()(const JsonCursor& object) const {
     if constexpr (std::is_same_v<Payload, RedactedValue>) {
-      return RedactedValue{};
+      return {};
     } else {
-      return AccessibilityAttributeValue(std::in_place_index<index>, readJson<Payload>(cursor.require("value")));
+      return readJson<Payload>(object.require("value"));
     }
   }
-}
+};
 
 }  // namespace
 
@@ -45,12 +40,7 @@ void JsonCodec<AccessibilityAttributeValue>::write(JsonWriter& writer, const Acc
 }
 
 AccessibilityAttributeValue JsonCodec<AccessibilityAttributeValue>::read(const JsonCursor& cursor) {
-  const JsonCursor type = cursor.require("type");
-  const std::string_view name = type.string();
-  for (std::size_t i = 0; i < tags.size(); ++i) {
-    if (tags[i] == name) return readTagged(i, cursor);
-  }
-  throw JsonError(JsonError::UnknownName{type.path(), std::string(name)});
+  return readTaggedVariant<AccessibilityAttributeValue>(cursor, tags, PayloadReader());
 }
 
 }  // namespace quillo

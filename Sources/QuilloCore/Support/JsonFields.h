@@ -17,6 +17,9 @@ struct JsonField {
 
 template <class Record, class Member>
 consteval JsonField<Record, Member> jsonField(std::string_view key, Member Record::* member) {
+  for (const char c : key) {
+    if (c < ' ' || c > '~' || c == '"' || c == '\\') std::unreachable();  // a key needs no escapes
+  }
   return {key, member};
 }
 

@@ -16,14 +16,30 @@ namespace {
 using simdjson::dom::element;
 using simdjson::dom::element_type;
 
-static_assert(sizeof(element) == 2 * sizeof(std::uint64_t) && std::is_trivially_copyable_v<element>);
-static_assert(sizeof(simdjson::dom::array::iterator) == 2 * sizeof(std::uint64_t));
-static_assert(sizeof(simdjson::dom::object::iterator) == 2 * sizeof(std::uint64_t));
+using MemberIterator = simdjson::dom::object::iterator;
+using ElementIterator = simdjson::dom::array::iterator;
+
+/// What the parser's references consist of.
+struct TapeReference {
+  const void* document;
+  std::size_t position;
+};
+static_assert(sizeof(element) == sizeof(TapeReference) && std::is_trivially_copyable_v<element>);
+static_assert(sizeof(MemberIterator) == sizeof(TapeReference) && std::is_trivially_copyable_v<MemberIterator>);
+static_assert(sizeof(ElementIterator) == sizeof(TapeReference) && std::is_trivially_copyable_v<ElementIterator>);
 static_assert(JsonDocument::paddingSize >= simdjson::SIMDJSON_PADDING);
 
-template <class Handle>
-element elementOf(const Handle& handle) {
-  return std::bit_cast<element>(handle);
+template <class Reference>
+Reference referTo(const void* document, std::size_t position) {
+  return std::bit_cast<Reference>(TapeReference{document, position});
+}
+
+element elementOf(const auto& handle) {
+  return referTo<element>(handle.document, handle.position);
+}
+
+std::size_t positionOf(const auto& reference) {
+  return std::bit_cast<TapeReference>(reference).position;
 }
 
 std::string_view typeName(element value) {
@@ -100,7 +116,7 @@ std::optional<JsonCursor> JsonCursor::find(std::string_view key) const {
   if (elementOf(handle_).get_object().get(object) != simdjson::SUCCESS) failWrongType("an object");
   element member;
   if (object.at_key(key).get(member) != simdjson::SUCCESS) return std::nullopt;
-  return JsonCursor(std::bit_cast<Handle>(member), this, key, 0);
+  return JsonCursor({handle_.document, positionOf(member)}, this, key, 0);
 }
 
 JsonCursor JsonCursor::require(std::string_view key) const {
@@ -126,47 +142,50 @@ std::size_t JsonCursor::elementCount() const {
   return array.size();
 }
 
-JsonCursor::ElementIteration JsonCursor::beginElements() const {
+JsonCursor::Extent JsonCursor::elements() const {
   simdjson::dom::array array;
   if (elementOf(handle_).get_array().get(array) != simdjson::SUCCESS) failWrongType("an array");
-  return {std::bit_cast<Handle>(array.begin()), std::bit_cast<Handle>(array.end())};
+  return {positionOf(array.begin()), positionOf(array.end())};
 }
 
-void JsonCursor::advance(ElementIteration& iteration) {
-  auto position = std::bit_cast<simdjson::dom::array::iterator>(iteration.next);
-  ++position;
-  iteration.next = std::bit_cast<Handle>(position);
-}
-
-JsonCursor::Handle JsonCursor::currentElement(const ElementIteration& iteration) {
-  const auto position = std::bit_cast<simdjson::dom::array::iterator>(iteration.next);
-  return std::bit_cast<Handle>(*position);
+std::size_t JsonCursor::after(std::size_t element) const {
+  auto iterator = referTo<ElementIterator>(handle_.document, element);
+  return positionOf(++iterator);
 }
 
 JsonMembers::JsonMembers(const JsonCursor& object) : object_(object) {
   simdjson::dom::object members;
   if (elementOf(object.handle_).get_object().get(members) != simdjson::SUCCESS) object.failWrongType("an object");
-  iteration_ = {std::bit_cast<JsonCursor::Handle>(members.begin()), std::bit_cast<JsonCursor::Handle>(members.end())};
+  next_ = positionOf(members.begin());
+  end_ = positionOf(members.end());
+}
+
+std::size_t JsonMembers::locate(std::string_view key) {
+  // What has been passed is less than the key, so that the first equal one is the first of all.
+  bool areLess = true;
+  auto member = referTo<MemberIterator>(object_.handle_.document, next_);
+  while (positionOf(member) != end_) {
+    const std::string_view found = member.key();
+    const bool isWanted = found == key;  // nearly always, and told sooner than the order
+    const std::size_t value = positionOf(member.value());
+    areLess = areLess && (isWanted || found < key);
+    ++member;
+    if (areLess) next_ = positionOf(member);
+    if (isWanted) return value;
+  }
+  return nothing;
 }
 
 std::optional<JsonCursor> JsonMembers::find(std::string_view key) {
-  // What has been passed is less than the key, so that the first equal one is the first of all.
-  while (iteration_.next != iteration_.end) {
-    auto position = std::bit_cast<simdjson::dom::object::iterator>(iteration_.next);
-    const std::string_view found = position.key();
-    const bool isWanted = found == key;  // nearly always, and told sooner than the order
-    if (!isWanted && found > key) break;
-    const element value = position.value();
-    ++position;
-    iteration_.next = std::bit_cast<JsonCursor::Handle>(position);
-    if (isWanted) return JsonCursor(std::bit_cast<JsonCursor::Handle>(value), &object_, key, 0);
-  }
-  return object_.find(key);
+  const std::size_t position = locate(key);
+  if (position == nothing) return std::nullopt;
+  return cursorAt(position, key);
 }
 
 JsonCursor JsonMembers::require(std::string_view key) {
-  if (auto member = find(key)) return *member;
-  return object_.require(key);
+  const std::size_t position = locate(key);
+  if (position == nothing) throw JsonError(JsonError::MissingMember{object_.path(), std::string(key)});
+  return cursorAt(position, key);
 }
 
 struct JsonDocument::Storage {
@@ -238,7 +257,8 @@ JsonDocument JsonDocument::parse(std::string_view text, bool isPadded) {
 }
 
 JsonCursor JsonDocument::root() const {
-  return JsonCursor(std::bit_cast<JsonCursor::Handle>(storage_->root), nullptr, {}, 0);
+  const auto root = std::bit_cast<TapeReference>(storage_->root);
+  return JsonCursor({root.document, root.position}, nullptr, {}, 0);
 }
 
 }  // namespace quillo

@@ -47,9 +47,10 @@ class JsonCursor {
   /// Calls `visit(cursor)` for every element of an array, in order. Throws WrongType when this is no array.
   template <class Visitor>
   void forEachElement(Visitor&& visit) const {
-    ElementIteration iteration = beginElements();
-    for (std::size_t i = 0; iteration.next != iteration.end; ++i, advance(iteration)) {
-      visit(JsonCursor(currentElement(iteration), this, {}, i));
+    const Extent extent = elements();
+    std::size_t position = extent.first;
+    for (std::size_t i = 0; position != extent.end; ++i, position = after(position)) {
+      visit(JsonCursor({handle_.document, position}, this, {}, i));
     }
   }
 
@@ -60,18 +61,23 @@ class JsonCursor {
  private:
   friend class JsonDocument;
   friend class JsonMembers;
-  using Handle = std::array<std::uint64_t, 2>;  // the parser's own two-word reference
-  struct ElementIteration {
-    Handle next;
-    Handle end;
+  /// The parser's own reference to a value. Its halves are kept and passed one by one: what is stored as two words and
+  /// loaded as one double word at once, as the parser's type would be, stalls the processor.
+  struct Handle {
+    const void* document;
+    std::size_t position;
+  };
+  /// Positions of what an array or an object holds.
+  struct Extent {
+    std::size_t first;
+    std::size_t end;
   };
 
   JsonCursor(Handle handle, const JsonCursor* parent, std::string_view key, std::size_t index)
       : handle_(handle), parent_(parent), key_(key), index_(index) {}
 
-  ElementIteration beginElements() const;
-  static void advance(ElementIteration& iteration);
-  static Handle currentElement(const ElementIteration& iteration);
+  Extent elements() const;
+  std::size_t after(std::size_t element) const;
   [[noreturn]] void failWrongType(std::string_view expected) const;
 
   Handle handle_;
@@ -92,8 +98,16 @@ class JsonMembers {
   JsonCursor require(std::string_view key);
 
  private:
+  /// The position of the member's value, or nothing.
+  static constexpr std::size_t nothing = 0;
+  std::size_t locate(std::string_view key);
+  JsonCursor cursorAt(std::size_t position, std::string_view key) const {
+    return JsonCursor({object_.handle_.document, position}, &object_, key, 0);
+  }
+
   const JsonCursor& object_;
-  JsonCursor::ElementIteration iteration_;
+  std::size_t next_ = 0;
+  std::size_t end_ = 0;
 };
 
 /// A parsed JSON text. Owns everything that its cursors refer to.

@@ -31,6 +31,25 @@ bool isPlain(char c) {
   return static_cast<unsigned char>(c) >= 0x20 && c != '"' && c != '\\';
 }
 
+/// Copies bytes from the beginning that stand for themselves, and says how many: all, if there is no other. What is
+/// behind them up to the text's length may have been written too.
+std::size_t copyPlain(char* out, std::string_view text) {
+  constexpr std::size_t blockSize = 8;
+  std::size_t length = 0;
+  const auto copyBlock = [&](std::size_t start) {
+    std::memcpy(out + start, text.data() + start, blockSize);
+    return areEightPlain(text.data() + start);
+  };
+  while (length + blockSize <= text.size()) {
+    if (!copyBlock(length)) return length;
+    length += blockSize;
+  }
+  // The last block may overlap the one before.
+  if (text.size() >= blockSize && copyBlock(text.size() - blockSize)) return text.size();
+  for (; length < text.size() && isPlain(text[length]); ++length) out[length] = text[length];
+  return length;
+}
+
 /// How many bytes at the beginning stand for themselves.
 std::size_t plainLength(std::string_view text) {
   std::size_t length = 0;
@@ -59,32 +78,7 @@ void JsonWriter::append(std::string_view text) {
   size_ += text.size();
 }
 
-void JsonWriter::begin(char bracket) {
-  separate();
-  append(bracket);
-  ++depth_;
-  isFirst_ = true;
-}
-
-void JsonWriter::end(char bracket) {
-  --depth_;
-  if (!isFirst_) indent();
-  append(bracket);
-  isFirst_ = false;
-}
-
-void JsonWriter::separate() {
-  if (followsKey_) {
-    followsKey_ = false;
-    return;
-  }
-  if (!isFirst_) append(',');
-  if (depth_ > 0) indent();
-  isFirst_ = false;
-}
-
-void JsonWriter::indent() {
-  if (style_ == JsonStyle::compact) return;
+void JsonWriter::beginLine() {
   const std::size_t length = 1 + 2 * depth_;
   char* const line = room(length);
   *line = '\n';
@@ -145,19 +139,12 @@ void JsonWriter::number(double value) {
 }
 
 void JsonWriter::quoted(std::string_view text) {
-  append('"');
   // Most texts are plain and short; they are copied while they are looked at.
-  char* const out = room(text.size());
-  std::size_t copied = 0;
-  while (copied + sizeof(std::uint64_t) <= text.size() && areEightPlain(text.data() + copied)) {
-    std::memcpy(out + copied, text.data() + copied, sizeof(std::uint64_t));
-    copied += sizeof(std::uint64_t);
-  }
-  while (copied < text.size() && isPlain(text[copied])) {
-    out[copied] = text[copied];
-    ++copied;
-  }
-  size_ += copied;
+  char* const out = room(text.size() + 2);
+  *out = '"';
+  const std::size_t copied = copyPlain(out + 1, text);
+  size_ += 1 + copied;
+  if (copied == text.size()) return append('"');
   text.remove_prefix(copied);
   for (;;) {
     const std::size_t length = plainLength(text);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -31,6 +32,21 @@ class JsonWriter {
   void beginArray() { begin('['); }
   void endArray() { end(']'); }
   void key(std::string_view name);
+  /// The same for a key without characters that are to be escaped, as those of all field tables are.
+  void plainKey(std::string_view name) {
+    if (style_ != JsonStyle::compact) return key(name);
+    char* const first = room(name.size() + 4);
+    char* out = first;
+    *out = ',';
+    if (!isFirst_) ++out;
+    *out++ = '"';
+    out = std::copy(name.begin(), name.end(), out);
+    *out++ = '"';
+    *out++ = ':';
+    size_ += static_cast<std::size_t>(out - first);
+    isFirst_ = false;
+    followsKey_ = true;
+  }
 
   void string(std::string_view text);
   void boolean(bool value);
@@ -43,10 +59,28 @@ class JsonWriter {
   std::string takeText();
 
  private:
-  void begin(char bracket);
-  void end(char bracket);
-  void separate();
-  void indent();
+  void begin(char bracket) {
+    separate();
+    append(bracket);
+    ++depth_;
+    isFirst_ = true;
+  }
+  void end(char bracket) {
+    --depth_;
+    if (!isFirst_) indent();
+    append(bracket);
+    isFirst_ = false;
+  }
+  void separate() {
+    if (std::exchange(followsKey_, false)) return;
+    if (!isFirst_) append(',');
+    if (depth_ > 0) indent();
+    isFirst_ = false;
+  }
+  void indent() {
+    if (style_ != JsonStyle::compact) beginLine();
+  }
+  void beginLine();
   void quoted(std::string_view text);
   void escaped(unsigned char c);
   void append(std::string_view text);
@@ -94,10 +128,10 @@ void writeField(JsonWriter& writer, const Record& record, const Field& field) {
   const auto& member = record.*field.member;
   if constexpr (isOptional<std::remove_cvref_t<decltype(member)>>) {
     if (!member) return;
-    writer.key(field.key);
+    writer.plainKey(field.key);
     writeJson(writer, *member);
   } else {
-    writer.key(field.key);
+    writer.plainKey(field.key);
     writeJson(writer, member);
   }
 }
