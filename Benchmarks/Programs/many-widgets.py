@@ -9,6 +9,8 @@ gi.require_version("Gtk", "3.0")
 from gi.repository import GLib, Gtk  # noqa: E402
 
 wanted = int(sys.argv[1])
+# Pictures of the window can be compared.
+Gtk.Settings.get_default().set_property("gtk-cursor-blink", False)
 window = Gtk.Window(title="Many widgets", default_width=1200, default_height=900)
 window.connect("destroy", Gtk.main_quit)
 pages = Gtk.Box(orientation=Gtk.Orientation.VERTICAL)
