@@ -124,7 +124,12 @@ void appendCoverage(const InterfaceObservationCompleteness& completeness, const 
 
 bool saysPartialObservation(std::string_view contextText) {
   // The section is the last one, and no captured text stands at the beginning of a line.
-  const std::size_t section = contextText.rfind(heading);
+  // Looking forward for it is many times faster than the library's looking back.
+  std::size_t section = std::string_view::npos;
+  for (std::size_t next = contextText.find(heading); next != std::string_view::npos;
+       next = contextText.find(heading, next + heading.size())) {
+    section = next;
+  }
   return section != std::string_view::npos && contextText.substr(section).contains(partialSentence);
 }
 
