@@ -92,6 +92,12 @@ bool QuilloApp::finishNow() {
   return mayQuit;
 }
 
+bool QuilloApp::saveForSession() {
+  const bool isSaved = finishNow();
+  model_.resumeAfterTermination();
+  return isSaved;
+}
+
 void QuilloApp::openLibrary() {
   if (!library_) {
     library_ = std::make_unique<LibraryWindow>(

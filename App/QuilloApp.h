@@ -43,6 +43,8 @@ class QuilloApp {
   /// Saves what is not saved yet, without the event loop: for a session or a display that ends now. Returns whether
   /// quitting may proceed.
   bool finishNow();
+  /// The same for a session that may go on after all: everything may begin again afterwards.
+  bool saveForSession();
 
  private:
   void openLibrary();

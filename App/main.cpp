@@ -165,7 +165,7 @@ int runMain(int argumentCount, char** arguments) {
   QObject::connect(
       &application, &QGuiApplication::commitDataRequest, &application,
       [&](QSessionManager& session) {
-        if (!running.finishNow()) session.cancel();
+        if (!running.saveForSession()) session.cancel();
       },
       Qt::DirectConnection);
   quitRequests.connect([&running, queue = loop.executor().queue()] { queue->post([&] { running.requestQuit(); }); });

@@ -76,6 +76,27 @@ TEST_F(ApplicationEnd, whileAnEditIsBeingWrittenWaitsForItAndForWhatWasTypedMean
   EXPECT_THAT(library(), HasSubstr("First, then more, and last"));
 }
 
+// The session manager kills whoever has not answered, and takes the answer for the end of saving.
+TEST_F(ApplicationEnd, theSessionsEndWaitsForTheEdit) {
+  const std::string heard = writeFile("session-manager", "");
+  const RunningProgram manager({"sh", "-c", R"(exec "$0" >"$1")", QUILLO_SESSION_MANAGER_PROGRAM, heard});
+  ASSERT_TRUE(eventually([&] { return readFile(heard).ends_with("\n"); }));
+  const std::string address = readFile(heard).substr(0, readFile(heard).find('\n'));
+  const auto application = start({}, {"SESSION_MANAGER=" + address});
+  beginTyping(ApplicationEnd::library);
+  ASSERT_TRUE(readFile(heard).ends_with("\nsaved\n")) << readFile(heard);
+  const std::string before = readFile(heard);
+  type(", and last");
+  manager.signal(SIGUSR1);
+  ASSERT_TRUE(eventually([&] { return readFile(heard) == before + "saved\n"; })) << readFile(heard);
+  EXPECT_THAT(library(), HasSubstr("First, and last"));
+  // A session may go on after all.
+  press("ctrl+f");
+  press("Return");
+  press("Delete");
+  EXPECT_TRUE(eventually([] { return library().empty(); }));
+}
+
 TEST_F(ApplicationEnd, aLostDisplaySavesTheEdit) {
   const OtherDisplay display;
   const auto application = start({}, display.environment());

@@ -226,6 +226,10 @@ Task<bool> QuilloModel::prepareForTermination() {
   return flows_->context.tasks.spawn([this] { return flows_->termination.prepareForTermination(); }).value();
 }
 
+void QuilloModel::resumeAfterTermination() {
+  flows_->context.isTerminating = false;
+}
+
 Task<> QuilloModel::shutDown() {
   ModelContext& context = flows_->context;
   context.isTerminating = true;

@@ -117,6 +117,8 @@ class QuilloModel {
   /// Waits for a capture, paste or move to the Trash in flight, and saves pending edits. Returns whether quitting may
   /// proceed; it may not when edits could not be written.
   Task<bool> prepareForTermination();
+  /// The application goes on after all.
+  void resumeAfterTermination();
 
   /// Ends every flow. Not one that the model runs itself may await it.
   Task<> shutDown();
