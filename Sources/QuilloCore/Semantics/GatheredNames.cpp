@@ -123,6 +123,8 @@ class GatheredNames {
       const bool isAsked = isLine || isCaption;
       const bool isTaken = isAsked && takesTextsOf(inside, part);
       if (isTaken && isLine) ++lines;
+      // Such a name begins with the first text inside or is the container's own.
+      if (gathering == Gathering::all && isAsked && !isTaken && !context_.primaryText(inside).empty()) return;
       i = isTaken ? forest.subtreeEnd(inside) : i + 1;
     }
     const bool isMost = gathering == Gathering::most && lines > 1 && part.isMostOfName();
