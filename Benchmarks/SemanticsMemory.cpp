@@ -1,13 +1,16 @@
 // The memory that reading, normalising and rendering a snapshot needs at its peak, beside the size of the snapshot's
-// JSON. Each case runs in a process of its own, so that none profits from what another has left behind.
+// JSON. Each case runs in a process of its own, so that none profits from what another has left behind. Arguments are
+// snapshots to be measured instead of synthetic ones.
 
 #include <fmt/format.h>
+#include <malloc.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -43,6 +46,7 @@ void readNormalizeAndRender(const std::string& json, std::string_view label) {
 
 void measure(const AccessibilitySnapshot& snapshot, std::string_view label) {
   const std::string json = encodeJson(snapshot, JsonStyle::compact);
+  ::malloc_trim(0);
   const pid_t child = ::fork();
   if (child == 0) {
     readNormalizeAndRender(json, label);
@@ -56,11 +60,18 @@ void measure(const AccessibilitySnapshot& snapshot, std::string_view label) {
 }  // namespace
 }  // namespace quillo::bench
 
-int main() {
+int main(int argc, char** argv) {
   using namespace quillo::bench;
   fmt::print("{:<24}{:>10}{:>18}{:>14}{:>9}  {}\n", "memory", "JSON (MB)", "after reading", "peak", "ratio",
              "promised");
   std::fflush(stdout);
+  for (int i = 1; i < argc; ++i) {
+    std::ifstream file(argv[i]);
+    const std::string json{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    const std::string_view name = argv[i];
+    measure(quillo::decodeJson<quillo::AccessibilitySnapshot>(json), name.substr(name.rfind('/') + 1));
+  }
+  if (argc > 1) return 0;
   measure(makePage(10'000), "page/10000");
   measure(makePage(40'000), "page/40000");
   measure(makeDocument(100'000), "documentOfWords/100000");
