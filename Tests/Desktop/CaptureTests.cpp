@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -187,22 +188,28 @@ TEST(Capture, windowResizedAfterFreezingIsCapturedInItsNewSizeWithAWarning) {
   }
 }
 
-bool mayMount() {
-  return runProgram({"unshare", "--mount", "true"}).exitStatus == 0;
-}
+/// Runs lines in a mount namespace of their own, with `$quillo`, a library `$library` on a file system of its own, and
+/// the number of an editor's window, `$window`.
+class CaptureIntoMountedLibrary : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (runProgram({"unshare", "--mount", "true"}).exitStatus != 0) GTEST_SKIP() << "only root may mount a disk";
+    editor_.emplace();
+  }
 
-/// Runs the lines in a mount namespace of their own, with `$quillo`, an empty folder `$library` and the window's
-/// number.
-FinishedProgram runWithMounts(const Editor& editor, const std::string& lines) {
-  return runProgram({"unshare", "--mount", "bash", "-c", "quillo=$0; library=$1; window=$2; " + lines, QUILLO_PROGRAM,
-                     newLibrary(), editor.number()});
-}
+  FinishedProgram run(const std::string& mountOptions, const std::string& lines) {
+    return runProgram({"unshare", "--mount", "bash", "-c",
+                       "quillo=$0; library=$1; window=$2; mount -t tmpfs -o mode=700" + mountOptions +
+                           " tmpfs \"$library\" || exit 9\n" + lines,
+                       QUILLO_PROGRAM, newLibrary(), editor_->number()});
+  }
 
-TEST(Capture, fullDiskIsNamedAndLeavesNoTrace) {
-  if (!mayMount()) GTEST_SKIP() << "only root may mount a disk";
-  const Editor editor;
-  const FinishedProgram finished = runWithMounts(editor, R"(
-    mount -t tmpfs -o size=8k,mode=700 tmpfs "$library" || exit 9
+ private:
+  std::optional<Editor> editor_;
+};
+
+TEST_F(CaptureIntoMountedLibrary, fullDiskIsNamedAndLeavesNoTrace) {
+  const FinishedProgram finished = run(",size=8k", R"(
     "$quillo" --library "$library" capture --window "$window"; echo "status $?"
     ls -A "$library")");
   EXPECT_EQ(finished.output, "status 1\n");
@@ -210,11 +217,8 @@ TEST(Capture, fullDiskIsNamedAndLeavesNoTrace) {
   EXPECT_THAT(finished.error, HasSubstr("\": No space left on device\n"));
 }
 
-TEST(Capture, readOnlyLibraryIsReadAndNotWritten) {
-  if (!mayMount()) GTEST_SKIP() << "only root may mount a disk";
-  const Editor editor;
-  const FinishedProgram finished = runWithMounts(editor, R"(
-    mount -t tmpfs -o mode=700 tmpfs "$library" || exit 9
+TEST_F(CaptureIntoMountedLibrary, readOnlyLibraryIsReadAndNotWritten) {
+  const FinishedProgram finished = run("", R"(
     id=$("$quillo" --library "$library" capture --window "$window") || exit 8
     mount -o remount,ro "$library" || exit 9
     run() { "$quillo" --library "$library" "$@" 2>&1 | sed -e 's/"[^"]*"/"…"/g' -e "s/$id/ID/"; echo "$1: ${PIPESTATUS[0]}"; }
@@ -232,11 +236,8 @@ TEST(Capture, readOnlyLibraryIsReadAndNotWritten) {
                                     "evidence.json\nmanifest.json\nobservation.json\nscreenshot.png\n"));
 }
 
-TEST(Capture, libraryOnAnotherFileSystemWorks) {
-  if (!mayMount()) GTEST_SKIP() << "only root may mount a disk";
-  const Editor editor;
-  const FinishedProgram finished = runWithMounts(editor, R"(
-    mount -t tmpfs -o mode=700 tmpfs "$library" || exit 9
+TEST_F(CaptureIntoMountedLibrary, libraryOnAnotherFileSystemWorks) {
+  const FinishedProgram finished = run("", R"(
     id=$("$quillo" --library "$library" capture --window "$window") || exit 8
     "$quillo" --library "$library" edit "$id" --title New || exit 7
     "$quillo" --library "$library" list | cut -f4

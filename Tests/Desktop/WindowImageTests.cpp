@@ -3,16 +3,21 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include <xcb/xcb.h>
+
 #include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstdint>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "QuilloLinux/Windows/UndrawnArea.h"
 #include "QuilloLinux/Windows/X11WindowImage.h"
+#include "QuilloLinux/X11/X11Connection.h"
 #include "RunningProgram.h"
 #include "TestWindow.h"
 #include "WindowReading.h"
@@ -187,6 +192,55 @@ TEST(WindowImage, programThatIsResizedAfterFreezingIsPicturedAsItIsLaidOutThen) 
   images.prepare(window);
   resizeProgram(window, 660, 490);
   EXPECT_EQ(reasonOf(images, window), undrawn);
+}
+
+/// Whether some program composes the screen.
+bool isComposited() {
+  const auto display = X11Connection::open();
+  const std::array<std::string_view, 1> names = {"_NET_WM_CM_S0"};
+  const std::uint32_t selection = internAtoms(display->get(), names).front();
+  const auto owner =
+      awaitReply<xcb_get_selection_owner_reply_t>(display->get(), xcb_get_selection_owner(display->get(), selection));
+  return owner && owner->owner != XCB_NONE;
+}
+
+TEST(WindowImage, compositorThatRunsOrEndsChangesNoPicture) {
+  if (runProgram({"which", "xcompmgr"}).exitStatus != 0) GTEST_SKIP() << "there is no compositor";
+  X11WindowImage images(nameless);
+  const RunningProgram editor({"mousepad", writeFile("letter.txt", "Dear reader")});
+  const std::uint32_t program = awaitWindow(editor).windowID;
+  readWindowHolding(editor, {"Dear reader"});
+  TestWindowOptions options = windowOf(blue, {.x = 100, .y = 100, .width = 300, .height = 200});
+  const TestWindow decorated({.bounds = {.x = 100, .y = 100, .width = 300, .height = 200}, .pixel = blue});
+  const TestWindow managed(options);
+  options.isUnmanaged = true;
+  const TestWindow unmanaged(options);
+  for (const TestWindow* window : {&decorated, &managed}) awaitListed(images, *window);
+  const auto expectAllBlue = [&](const char* when) {
+    for (const TestWindow* window : {&decorated, &managed, &unmanaged})
+      EXPECT_EQ(countOf(images.image(window->id()).value(), 0xFF000000 | blue), 300U * 200U) << when;
+  };
+  {
+    const RunningProgram compositor({"xcompmgr"});
+    ASSERT_TRUE(eventually(isComposited));
+    expectAllBlue("uncovered");
+    // A compositor keeps the window whole, so that even a program that stops has a picture.
+    editor.signal(SIGSTOP);
+    const BitmapImage uncovered = images.image(program).value();
+    const TestWindow above(windowOf(red, {.x = 0, .y = 0, .width = 1200, .height = 900}));
+    awaitListed(images, above);
+    expectAllBlue("covered");
+    EXPECT_TRUE(differenceOf(images.image(program).value(), uncovered).isEmpty());
+    images.prepare(program);
+    compositor.signal(SIGKILL);
+    ASSERT_TRUE(eventually([] { return !isComposited(); }));
+    EXPECT_TRUE(differenceOf(images.image(program).value(), uncovered).isEmpty()) << "ended after freezing";
+    expectAllBlue("covered, and the compositor ended");
+    EXPECT_EQ(reasonOf(images, program), undrawn);
+  }
+  editor.signal(SIGCONT);
+  EXPECT_EQ(countOf(images.image(program).value(), 0xFF000000 | red), 0U);
+  expectAllBlue("afterwards");
 }
 
 TEST(WindowImage, whatNobodyDrewIsNotTakenFromTheScreen) {
