@@ -327,6 +327,15 @@ const AccessibilityValue* AtspiMappedElement::attribute(std::string_view name) c
   return nullptr;
 }
 
+std::optional<ArtifactRect> AtspiMappedElement::frame() const {
+  const auto* position = attribute("AXPosition");
+  const auto* size = attribute("AXSize");
+  if (position == nullptr || size == nullptr) return std::nullopt;
+  const auto& point = std::get<ArtifactPoint>(*position);
+  const auto& extent = std::get<ArtifactSize>(*size);
+  return ArtifactRect{.x = point.x, .y = point.y, .width = extent.width, .height = extent.height};
+}
+
 AtspiMappedElement mapElement(const AtspiNodeRecord& record, AtspiToolkit toolkit,
                               const AtspiWindowPlacement& placement) {
   return ElementMapper(record, toolkit, placement).map();

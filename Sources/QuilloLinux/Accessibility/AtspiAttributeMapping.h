@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "QuilloCore/Capture/AccessibilityInterface.h"
+#include "QuilloCore/Support/Geometry.h"
 #include "QuilloLinux/Accessibility/AtspiNodeRecord.h"
 #include "QuilloLinux/Accessibility/AtspiWindowPlacement.h"
 
@@ -20,6 +21,7 @@ struct AtspiMappedElement {
   std::vector<std::string> actions;
 
   const AccessibilityValue* attribute(std::string_view name) const;
+  std::optional<ArtifactRect> frame() const;
 };
 
 /// Pure.

@@ -2,36 +2,29 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <functional>
-#include <memory>
 #include <span>
 #include <unordered_map>
 
 #include "QuilloCore/Capture/AccessibilityCaptureControl.h"
 #include "QuilloLinux/Accessibility/AtspiBulkCache.h"
 #include "QuilloLinux/Accessibility/AtspiBus.h"
+#include "QuilloLinux/Accessibility/AtspiNodeReading.h"
 #include "QuilloLinux/Accessibility/AtspiNodeRecord.h"
 #include "QuilloLinux/Accessibility/AtspiObject.h"
 
 namespace quillo {
 
-/// Reads accessible objects into records, many at once: the base calls of an object are in flight together, what its
-/// role makes worth asking follows as soon as the role is known, and other objects' calls fill the gaps.
-///
-/// Of a password field no text is ever asked.
+/// Reads accessible objects into records, many at once: while some wait for answers, other objects' calls fill the
+/// gaps.
 class AtspiNodeReader {
  public:
-  /// Of a text longer than this, only so many characters are fetched; no capture keeps more.
-  static constexpr std::int32_t maximumTextLength = 600'000;
-  /// Of all texts together; past it a text is only begun, and its announced length tells that the rest is missing.
-  static constexpr std::int64_t maximumTotalTextLength = 4'000'000;
+  AtspiNodeReader(AtspiBus& bus, AtspiObjectTable& objects, const AccessibilityCaptureControl& control);
+  AtspiNodeReader(const AtspiNodeReader&) = delete;
+  AtspiNodeReader& operator=(const AtspiNodeReader&) = delete;
 
-  AtspiNodeReader(AtspiBus& bus, AtspiObjectTable& objects, const AccessibilityCaptureControl& control)
-      : bus_(bus), objects_(objects), control_(control) {}
-
-  void setToolkit(AtspiToolkit toolkit) { toolkit_ = toolkit; }
-  AtspiToolkit toolkit() const { return toolkit_; }
+  void setToolkit(AtspiToolkit toolkit) { context_.toolkit = toolkit; }
+  AtspiToolkit toolkit() const { return context_.toolkit; }
 
   /// What an application's cache has told need not be asked again: only what it does not hold is read, and the children
   /// where they are not known.
@@ -57,47 +50,17 @@ class AtspiNodeReader {
   void forget() {
     records_.clear();
     bulk_.clear();
-    textBudget_ = maximumTotalTextLength;
+    context_.textBudget = AtspiReadingContext::maximumTotalTextLength;
   }
 
  private:
-  struct Reading;
-
   bool isWorthFollowing(const AtspiNodeRecord& record) const;
   void start(std::uint64_t token);
-  bool startFromBulk(const std::shared_ptr<Reading>& reading);
-  void readAttributes(const std::shared_ptr<Reading>& reading);
-  void readRole(const std::shared_ptr<Reading>& reading);
-  void readLeafOrBase(const std::shared_ptr<Reading>& reading);
-  void finishNamedLeaf(const std::shared_ptr<Reading>& reading);
-  void readBase(const std::shared_ptr<Reading>& reading);
-  void readState(const std::shared_ptr<Reading>& reading);
-  void readChildren(const std::shared_ptr<Reading>& reading);
-  void readCountedChildren(const std::shared_ptr<Reading>& reading);
-  void readExtents(const std::shared_ptr<Reading>& reading);
-  void readByRole(const std::shared_ptr<Reading>& reading);
-  void readCell(const std::shared_ptr<Reading>& reading);
-  void readNameOf(const AtspiObject& other, const std::shared_ptr<Reading>& reading,
-                  std::optional<std::string> AtspiNodeRecord::* member);
-  void readChoice(const std::shared_ptr<Reading>& reading);
-  void readActions(const std::shared_ptr<Reading>& reading);
-  void readShownCharacter(const std::shared_ptr<Reading>& reading);
-  void readText(const std::shared_ptr<Reading>& reading);
-  bool mayConceal(const AtspiNodeRecord& record) const;
-  bool mayHoldWords(const AtspiNodeRecord& record) const;
-  void finish(const std::shared_ptr<Reading>& reading);
-  void ask(const std::shared_ptr<Reading>& reading, const char* interface, const char* member, AtspiArguments arguments,
-           std::function<void(const AtspiReply&)> onReply);
-  void get(const std::shared_ptr<Reading>& reading, const char* interface, const char* property,
-           std::function<void(const AtspiReply&)> onReply);
 
-  AtspiBus& bus_;
-  AtspiObjectTable& objects_;
   const AccessibilityCaptureControl& control_;
-  AtspiToolkit toolkit_ = AtspiToolkit::other;
+  AtspiReadingContext context_;
   std::unordered_map<std::uint64_t, AtspiNodeRecord> records_;
-  AtspiBulkRecords bulk_;  // what is not read yet
-  std::int64_t textBudget_ = maximumTotalTextLength;
+  AtspiBulkRecords bulk_;                      // what is not read yet
   std::function<void(std::uint64_t)> onRead_;  // while a tree is read: what to do with a new record
 };
 

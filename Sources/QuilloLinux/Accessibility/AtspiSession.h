@@ -7,7 +7,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "QuilloCore/Capture/AccessibilityInterface.h"
@@ -15,9 +14,9 @@
 #include "QuilloLinux/Accessibility/AtspiAttributeMapping.h"
 #include "QuilloLinux/Accessibility/AtspiBus.h"
 #include "QuilloLinux/Accessibility/AtspiConnections.h"
+#include "QuilloLinux/Accessibility/AtspiElements.h"
 #include "QuilloLinux/Accessibility/AtspiNodeReader.h"
 #include "QuilloLinux/Accessibility/AtspiObject.h"
-#include "QuilloLinux/Accessibility/AtspiWindowPlacement.h"
 
 namespace quillo {
 
@@ -53,40 +52,11 @@ class AtspiSession final : public AccessibilitySession {
   std::vector<std::string> captureWarnings() override;
 
  private:
-  /// A row that the toolkit does not give; its cells' frames make its own.
-  struct MadeRow {
-    std::vector<std::uint64_t> cells;
-    bool isOutlineRow = false;
-  };
-  /// A sheet of which only the part on the screen was read.
-  struct Sheet {
-    std::int32_t rowCount = 0;
-    std::int32_t columnCount = 0;
-  };
-  /// Words between children, which the toolkit gives as its parent's text only; they stand where the parent stands.
-  struct MadeText {
-    std::uint64_t parent = 0;
-    std::string words;
-  };
-  /// One element as the walk sees it, made when it is first asked for.
-  struct View {
-    AtspiMappedElement mapped;
-    std::optional<std::vector<AccessibilityElement>> children;
-  };
-
-  AccessibilityResult<View*> view(AccessibilityElement element);
-  AccessibilityResult<View*> viewOfRow(AccessibilityElement element);
-  AccessibilityResult<View*> viewOfText(AccessibilityElement element);
+  AccessibilityResult<const AtspiMappedElement*> mapped(AccessibilityElement element);
   AccessibilityResult<const std::vector<AccessibilityElement>*> children(AccessibilityElement element);
-  std::vector<AccessibilityElement> readChildren(std::uint64_t token, const AtspiNodeRecord& record,
-                                                 std::vector<std::uint64_t> tokens);
-  std::vector<std::uint64_t> readSheet(std::uint64_t token, const AtspiNodeRecord& record);
-  std::vector<AccessibilityElement> rowsOf(std::span<const std::uint64_t> cells, bool areOutlineRows);
-  std::optional<AccessibilityElement> makeText(std::uint64_t parent, std::string words);
   AccessibilityResult<AccessibilityValue> applicationValue(std::string_view name);
   AccessibilityResult<AccessibilityValue> windowNumber(AccessibilityElement element);
   bool isApplication(AccessibilityElement element) const;
-  AtspiWindowPlacement placementOf(const AtspiNodeRecord& record);
 
   std::function<void(const AtspiStatistics&)> statisticsObserver_;
   std::shared_ptr<AtspiConnections> connections_;
@@ -95,14 +65,9 @@ class AtspiSession final : public AccessibilitySession {
   std::shared_ptr<const AccessibilityCaptureControl> control_;
   AtspiObjectTable objects_;
   std::optional<AtspiNodeReader> reader_;
+  std::optional<AtspiElements> elements_;
   std::optional<AtspiApplication> application_;
-  std::unordered_map<std::uint64_t, View> views_;
-  std::vector<Sheet> sheets_;
-  std::vector<MadeRow> madeRows_;
-  std::vector<MadeText> madeTexts_;
   std::optional<std::optional<AccessibilityElement>> recognizedWindow_;  // empty until it was looked for
-  std::int64_t unreadHiddenCount_ = 0;
-  std::optional<ArtifactPoint> windowOrigin_;  // where the toolkit counts in its window, once the window was seen
   bool hasReadWindow_ = false;
 };
 
