@@ -6,26 +6,13 @@
 #include <string_view>
 #include <vector>
 
-#include "QuilloCore/Semantics/AccessibilitySemanticNormalizer.h"
-#include "Tests/Support/ObservationText.h"
-#include "Tests/Support/SnapshotBuilder.h"
+#include "NormalizationCases.h"
 
 namespace quillo::test {
 namespace {
 
-struct Case {
-  std::string_view label;
-  std::string_view notation;
-  std::string_view expected;
-};
-
-void expectCases(const std::vector<Case>& cases) {
-  for (const Case& one : cases) {
-    const auto observation = AccessibilitySemanticNormalizer::normalize(
-        makeSnapshot(one.notation), {.synthesizeApplicationRoot = false, .inferConservativeActions = false});
-    EXPECT_EQ(describe(observation), one.expected) << one.label;
-    EXPECT_EQ(findViolation(observation), "") << one.label;
-  }
+void expectCases(const std::vector<NormalizationCase>& cases) {
+  expectNormalized(cases, false);
 }
 
 TEST(NormalizerDocument, nestedTextIsRemovedWhereTheOuterTextContainsIt) {

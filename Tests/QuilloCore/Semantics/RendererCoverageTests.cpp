@@ -57,46 +57,53 @@ TEST(RendererCoverage, countsNothingWhenThereIsNothingToCount) {
 - No Accessibility safety-limit truncation was reported. This does not guarantee that the app exposed every interface or visual detail.)");
 }
 
-TEST(RendererCoverage, usesTheSingularWhereThereIsOne) {
-  EXPECT_EQ(everySentence(1), R"(
-## Coverage
-- 1 semantic interface elements are mapped.
-- 1 interface elements outside the focused web content and its source path were omitted from this default view.
-- 1 offscreen or zero-area navigation elements were omitted from this default view; visible navigation and the full main document remain represented.
-- 1 decorative or empty elements were omitted without removing their meaningful descendants.
-- 1 shared interface reference pointed to elements already mapped once.
-- 1 cyclic interface reference was stopped to keep the observation finite.
-- 1 interface reference pointed to elements unavailable in the captured graph.
-- 1 descendant text elements were consolidated under authoritative document or editor content.
-- 1 adjacent editable label was consolidated with its exactly matching control.
-- 1 adjacent text run was consolidated without changing source order.
-- 1 tabular row record exposed no cell text or independent state and was omitted from this prose; source row counts and truncation evidence remain recorded.
-- 1 aggregate web content values that also contained omitted offscreen navigation were not emitted; scoped descendants and document/editor owners provide the default context.
-- 1 aggregate document text values whose complete normalized token sequence is represented by rendered structured descendants were not repeated.
-- 1 partially represented aggregate document text values were reduced to source-ordered, position-anchored spans after normalized token comparison; matched structured descendant text was not replayed.
-- 1 nested document or editor text values were represented by a maximal-coverage authoritative owner.
-- No Accessibility safety-limit truncation was reported. This does not guarantee that the app exposed every interface or visual detail.)");
-}
+/// A sentence behind its count, and its plural when that is another.
+struct CountedSentence {
+  std::string_view one;
+  std::string_view several = one;
+};
 
-TEST(RendererCoverage, usesThePluralForSeveral) {
-  EXPECT_EQ(everySentence(3), R"(
-## Coverage
-- 3 semantic interface elements are mapped.
-- 3 interface elements outside the focused web content and its source path were omitted from this default view.
-- 3 offscreen or zero-area navigation elements were omitted from this default view; visible navigation and the full main document remain represented.
-- 3 decorative or empty elements were omitted without removing their meaningful descendants.
-- 3 shared interface references pointed to elements already mapped once.
-- 3 cyclic interface references were stopped to keep the observation finite.
-- 3 interface references pointed to elements unavailable in the captured graph.
-- 3 descendant text elements were consolidated under authoritative document or editor content.
-- 3 adjacent editable labels were consolidated with their exactly matching controls.
-- 3 adjacent text runs were consolidated without changing source order.
-- 3 tabular row records exposed no cell text or independent state and were omitted from this prose; source row counts and truncation evidence remain recorded.
-- 3 aggregate web content values that also contained omitted offscreen navigation were not emitted; scoped descendants and document/editor owners provide the default context.
-- 3 aggregate document text values whose complete normalized token sequence is represented by rendered structured descendants were not repeated.
-- 3 partially represented aggregate document text values were reduced to source-ordered, position-anchored spans after normalized token comparison; matched structured descendant text was not replayed.
-- 3 nested document or editor text values were represented by a maximal-coverage authoritative owner.
-- No Accessibility safety-limit truncation was reported. This does not guarantee that the app exposed every interface or visual detail.)");
+TEST(RendererCoverage, countsEverySetInOrderAndUsesThePluralForSeveral) {
+  const std::vector<CountedSentence> sentences = {
+      {"semantic interface elements are mapped."},
+      {"interface elements outside the focused web content and its source path were omitted from this default view."},
+      {"offscreen or zero-area navigation elements were omitted from this default view; visible navigation and the "
+       "full main document remain represented."},
+      {"decorative or empty elements were omitted without removing their meaningful descendants."},
+      {"shared interface reference pointed to elements already mapped once.",
+       "shared interface references pointed to elements already mapped once."},
+      {"cyclic interface reference was stopped to keep the observation finite.",
+       "cyclic interface references were stopped to keep the observation finite."},
+      {"interface reference pointed to elements unavailable in the captured graph.",
+       "interface references pointed to elements unavailable in the captured graph."},
+      {"descendant text elements were consolidated under authoritative document or editor content."},
+      {"adjacent editable label was consolidated with its exactly matching control.",
+       "adjacent editable labels were consolidated with their exactly matching controls."},
+      {"adjacent text run was consolidated without changing source order.",
+       "adjacent text runs were consolidated without changing source order."},
+      {"tabular row record exposed no cell text or independent state and was omitted from this prose; source row "
+       "counts and truncation evidence remain recorded.",
+       "tabular row records exposed no cell text or independent state and were omitted from this prose; source row "
+       "counts and truncation evidence remain recorded."},
+      {"aggregate web content values that also contained omitted offscreen navigation were not emitted; scoped "
+       "descendants and document/editor owners provide the default context."},
+      {"aggregate document text values whose complete normalized token sequence is represented by rendered structured "
+       "descendants were not repeated."},
+      {"partially represented aggregate document text values were reduced to source-ordered, position-anchored spans "
+       "after normalized token comparison; matched structured descendant text was not replayed."},
+      {"nested document or editor text values were represented by a maximal-coverage authoritative owner."},
+  };
+  std::string one = "\n## Coverage\n";
+  std::string three = one;
+  for (const CountedSentence& sentence : sentences) {
+    one.append("- 1 ").append(sentence.one) += '\n';
+    three.append("- 3 ").append(sentence.several) += '\n';
+  }
+  const std::string end =
+      "- No Accessibility safety-limit truncation was reported. This does not guarantee that the app exposed every "
+      "interface or visual detail.";
+  EXPECT_EQ(everySentence(1), one + end);
+  EXPECT_EQ(everySentence(3), three + end);
 }
 
 TEST(RendererCoverage, tellsOldObservationsFromNewOnes) {
