@@ -15,7 +15,7 @@ void findRepeatedExplanations(const RenderContext& context, RenderPlan& plan);
 std::vector<ElementDetail> printedDetails(const RenderContext& context, const RenderPlan& plan, ElementIndex element);
 
 /// Whether the element has nothing to print but its role and its name.
-bool saysNothingButName(const RenderContext& context, const RenderPlan& plan, ElementIndex element);
+bool saysNothingButName(const RenderContext& context, const RenderPlan& plan, ElementIndex index);
 
 /// Whether the element is a text that is all that is printed of its subtree.
 bool isLoneText(const RenderContext& context, const RenderPlan& plan, ElementIndex element);
