@@ -6,10 +6,11 @@
 
 #include <cerrno>
 #include <cstdint>
-#include <deque>
 #include <mutex>
 #include <system_error>
 #include <utility>
+
+#include "QuilloCore/Concurrency/JobList.h"
 
 namespace quillo {
 
@@ -29,7 +30,7 @@ class MainLoop::Core final : public JobQueue {
   void post(Job job) override {
     const std::scoped_lock guard(lock_);
     if (isClosed_) return;
-    jobs_.push_back(std::move(job));
+    jobs_.add(std::move(job));
     if (jobs_.size() == 1) signal();
   }
 
@@ -41,14 +42,14 @@ class MainLoop::Core final : public JobQueue {
     // A job that opens an event loop of its own must not have the next one run inside it.
     if (isRunning_) return;
     isRunning_ = true;
-    for (std::size_t remaining = jobs_.size(); remaining > 0 && !jobs_.empty(); --remaining) runFirst(guard);
+    for (std::size_t remaining = jobs_.size(); remaining > 0 && !jobs_.isEmpty(); --remaining) jobs_.runFirst(guard);
     isRunning_ = false;
-    if (!jobs_.empty()) signal();
+    if (!jobs_.isEmpty()) signal();
   }
 
   void close() {
     std::unique_lock guard(lock_);
-    while (!jobs_.empty()) runFirst(guard);
+    while (!jobs_.isEmpty()) jobs_.runFirst(guard);
     isClosed_ = true;
   }
 
@@ -58,18 +59,9 @@ class MainLoop::Core final : public JobQueue {
     [[maybe_unused]] const auto bytesWritten = ::write(event_, &one, sizeof one);
   }
 
-  void runFirst(std::unique_lock<std::mutex>& guard) {
-    Job job = std::move(jobs_.front());
-    jobs_.pop_front();
-    guard.unlock();
-    job();
-    job = nullptr;  // what it holds may post when it goes
-    guard.lock();
-  }
-
   int event_;
   std::mutex lock_;
-  std::deque<Job> jobs_;
+  JobList jobs_;
   bool isRunning_ = false;
   bool isClosed_ = false;
 };

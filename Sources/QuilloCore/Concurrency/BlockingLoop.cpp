@@ -1,7 +1,9 @@
 #include "QuilloCore/Concurrency/BlockingLoop.h"
 
 #include <condition_variable>
-#include <deque>
+#include <mutex>
+
+#include "QuilloCore/Concurrency/JobList.h"
 
 namespace quillo {
 
@@ -10,16 +12,16 @@ class BlockingLoop::Core final : public JobQueue {
   void post(Job job) override {
     const std::scoped_lock guard(lock_);
     if (isClosed_) return;
-    jobs_.push_back(std::move(job));
+    jobs_.add(std::move(job));
     isNotEmpty_.notify_one();
   }
 
   void run() {
     std::unique_lock guard(lock_);
     for (isFinished_ = false;;) {
-      isNotEmpty_.wait(guard, [&] { return !jobs_.empty() || isFinished_; });
-      if (jobs_.empty()) return;
-      runFirst(guard);
+      isNotEmpty_.wait(guard, [&] { return !jobs_.isEmpty() || isFinished_; });
+      if (jobs_.isEmpty()) return;
+      jobs_.runFirst(guard);
     }
   }
 
@@ -32,23 +34,14 @@ class BlockingLoop::Core final : public JobQueue {
   /// Runs what is left, so that tasks that have been resumed also go on, and refuses more.
   void close() {
     std::unique_lock guard(lock_);
-    while (!jobs_.empty()) runFirst(guard);
+    while (!jobs_.isEmpty()) jobs_.runFirst(guard);
     isClosed_ = true;
   }
 
  private:
-  void runFirst(std::unique_lock<std::mutex>& guard) {
-    Job job = std::move(jobs_.front());
-    jobs_.pop_front();
-    guard.unlock();
-    job();
-    job = nullptr;
-    guard.lock();
-  }
-
   std::mutex lock_;
   std::condition_variable isNotEmpty_;
-  std::deque<Job> jobs_;
+  JobList jobs_;
   bool isFinished_ = false;
   bool isClosed_ = false;
 };

@@ -4,8 +4,9 @@
 
 #include <condition_variable>
 #include <cstddef>
-#include <deque>
 #include <mutex>
+
+#include "QuilloCore/Concurrency/JobList.h"
 
 namespace quillo {
 namespace {
@@ -24,21 +25,16 @@ class SerialQueue::Core final : public JobQueue {
   void post(Job job) override {
     const std::scoped_lock guard(lock_);
     if (isClosed_) return;
-    jobs_.push_back(std::move(job));
+    jobs_.add(std::move(job));
     isNotEmpty_.notify_one();
   }
 
   void runUntilClosed() {
     std::unique_lock guard(lock_);
     for (;;) {
-      isNotEmpty_.wait(guard, [&] { return !jobs_.empty() || isEnding_; });
-      if (jobs_.empty()) break;
-      Job job = std::move(jobs_.front());
-      jobs_.pop_front();
-      guard.unlock();
-      job();
-      job = nullptr;  // what it holds may post when it goes
-      guard.lock();
+      isNotEmpty_.wait(guard, [&] { return !jobs_.isEmpty() || isEnding_; });
+      if (jobs_.isEmpty()) break;
+      jobs_.runFirst(guard);
     }
     isClosed_ = true;
   }
@@ -52,7 +48,7 @@ class SerialQueue::Core final : public JobQueue {
  private:
   std::mutex lock_;
   std::condition_variable isNotEmpty_;
-  std::deque<Job> jobs_;
+  JobList jobs_;
   bool isEnding_ = false;
   bool isClosed_ = false;
 };

@@ -2,11 +2,12 @@
 
 #include <condition_variable>
 #include <cstddef>
-#include <deque>
 #include <mutex>
 #include <thread>
 #include <utility>
 #include <vector>
+
+#include "QuilloCore/Concurrency/JobList.h"
 
 namespace quillo {
 
@@ -16,7 +17,7 @@ class WorkerPool::Core {
   bool post(Job job) {
     const std::scoped_lock guard(lock_);
     if (isClosed_) return false;
-    jobs_.push_back(std::move(job));
+    jobs_.add(std::move(job));
     if (jobs_.size() > idleCount_ && threads_.size() < maximumThreadCount) {
       threads_.emplace_back([this] { work(); });
     } else {
@@ -30,7 +31,7 @@ class WorkerPool::Core {
     std::unique_lock guard(lock_);
     isEnding_ = true;
     mayGoOn_.notify_all();
-    hasEnded_.wait(guard, [&] { return jobs_.empty() && idleCount_ == threads_.size(); });
+    hasEnded_.wait(guard, [&] { return jobs_.isEmpty() && idleCount_ == threads_.size(); });
     isClosed_ = true;
     mayGoOn_.notify_all();
     guard.unlock();
@@ -45,22 +46,17 @@ class WorkerPool::Core {
     for (;;) {
       ++idleCount_;
       if (isEnding_) hasEnded_.notify_one();
-      mayGoOn_.wait(guard, [&] { return !jobs_.empty() || isClosed_; });
+      mayGoOn_.wait(guard, [&] { return !jobs_.isEmpty() || isClosed_; });
       --idleCount_;
-      if (jobs_.empty()) return;
-      Job job = std::move(jobs_.front());
-      jobs_.pop_front();
-      guard.unlock();
-      job();
-      job = nullptr;
-      guard.lock();
+      if (jobs_.isEmpty()) return;
+      jobs_.runFirst(guard);
     }
   }
 
   std::mutex lock_;
   std::condition_variable mayGoOn_;
   std::condition_variable hasEnded_;
-  std::deque<Job> jobs_;
+  JobList jobs_;
   std::vector<std::thread> threads_;
   std::size_t idleCount_ = 0;
   bool isEnding_ = false;
@@ -76,7 +72,7 @@ class WorkerPool::Lane final : public JobQueue, public std::enable_shared_from_t
     {
       const std::scoped_lock guard(lock_);
       if (isClosed_) return;
-      jobs_.push_back(std::move(job));
+      jobs_.add(std::move(job));
       if (isScheduled_) return;
       isScheduled_ = true;
     }
@@ -89,19 +85,14 @@ class WorkerPool::Lane final : public JobQueue, public std::enable_shared_from_t
     // What the jobs hold may hold this lane, and may post to it as it goes.
     std::unique_lock guard(lock_);
     isClosed_ = true;
-    const std::deque<Job> abandoned = std::move(jobs_);
+    const auto abandoned = jobs_.takeAll();
     guard.unlock();
   }
 
   void runNext() {
     std::unique_lock guard(lock_);
-    Job job = std::move(jobs_.front());
-    jobs_.pop_front();
-    guard.unlock();
-    job();
-    job = nullptr;
-    guard.lock();
-    if (jobs_.empty()) {
+    jobs_.runFirst(guard);
+    if (jobs_.isEmpty()) {
       isScheduled_ = false;
       return;
     }
@@ -111,7 +102,7 @@ class WorkerPool::Lane final : public JobQueue, public std::enable_shared_from_t
 
   std::shared_ptr<Core> core_;
   std::mutex lock_;
-  std::deque<Job> jobs_;
+  JobList jobs_;
   bool isScheduled_ = false;
   bool isClosed_ = false;
 };
