@@ -65,8 +65,15 @@ struct NodeInFile {
   std::vector<AttributeInFile> attributes;
 };
 
-void prefetchTexts(const CanonicalAccessibilityAttributeValue& value, const TextBlobTable& texts) {
-  if (const auto* text = std::get_if<TextBlobReference>(&value)) texts.prefetch(text->textBlobID);
+std::optional<std::int64_t> textOf(const AttributeInFile& attribute) {
+  const auto* text = std::get_if<TextBlobReference>(&attribute.value);
+  return text == nullptr ? std::nullopt : std::optional(text->textBlobID);
+}
+
+void prefetchTexts(const NodeInFile& read, const TextBlobTable& texts) {
+  for (const AttributeInFile& attribute : read.attributes) {
+    if (const auto text = textOf(attribute)) texts.prefetchText(*text);
+  }
 }
 
 void readNode(const JsonCursor& cursor, const TextBlobTable& texts, NodeInFile& result) {
@@ -77,7 +84,8 @@ void readNode(const JsonCursor& cursor, const TextBlobTable& texts, NodeInFile& 
     if constexpr (isOfType<decltype(field), CanonicalAttributes>) {
       result.attributes.clear();
       members.require(field.key).forEachElement([&](const JsonCursor& element) {
-        prefetchTexts(result.attributes.emplace_back(readJson<AttributeInFile>(element)).value, texts);
+        const auto& attribute = result.attributes.emplace_back(readJson<AttributeInFile>(element));
+        if (const auto text = textOf(attribute)) texts.prefetchPlace(*text);
       });
     } else if constexpr (isOfType<decltype(field), std::vector<CanonicalAccessibilityRelation>>) {
       ChildrenOfNode children(rest.id);
@@ -101,7 +109,8 @@ AccessibilityNode takeNode(NodeInFile& read, const TextBlobTable& texts) {
   return node;
 }
 
-/// The texts lie all over the document. Nodes are read some ahead of taking them, so that their texts come meanwhile.
+/// The texts lie all over the document. Nodes are read some ahead of taking them, so that their texts come meanwhile:
+/// at first where they are, half way through the texts themselves.
 std::vector<AccessibilityNode> readNodes(const JsonCursor& list, const TextBlobTable& texts) {
   std::array<NodeInFile, 16> ahead;
   std::vector<AccessibilityNode> nodes;
@@ -110,6 +119,7 @@ std::vector<AccessibilityNode> readNodes(const JsonCursor& list, const TextBlobT
   const auto takeNext = [&] { nodes.push_back(takeNode(ahead[nodes.size() % ahead.size()], texts)); };
   list.forEachElement([&](const JsonCursor& element) {
     if (readCount >= ahead.size()) takeNext();
+    if (readCount >= ahead.size() / 2) prefetchTexts(ahead[(readCount - ahead.size() / 2) % ahead.size()], texts);
     readNode(element, texts, ahead[readCount++ % ahead.size()]);
   });
   while (nodes.size() < readCount) takeNext();

@@ -68,13 +68,17 @@ class TextBlobTable {
 
   void require(std::int64_t id) const { text(id); }
 
-  /// Fetches a text into the processor's cache, for a use soon.
-  void prefetch(std::int64_t id) const {
-    if (isDense_ && id >= 0 && std::cmp_less(id, texts_.size()))
-      __builtin_prefetch(texts_[static_cast<std::size_t>(id)].data());
+  /// Fetch into the processor's cache what a use soon needs: first where the text is, then the text.
+  void prefetchPlace(std::int64_t id) const {
+    if (holds(id)) __builtin_prefetch(&texts_[static_cast<std::size_t>(id)]);
+  }
+  void prefetchText(std::int64_t id) const {
+    if (holds(id)) __builtin_prefetch(texts_[static_cast<std::size_t>(id)].data());
   }
 
  private:
+  bool holds(std::int64_t id) const { return isDense_ && id >= 0 && std::cmp_less(id, texts_.size()); }
+
   bool isDense_ = true;
   std::vector<std::string_view> texts_;
   std::unordered_map<std::int64_t, std::string_view> byID_;
