@@ -44,9 +44,9 @@ std::size_t positionOf(const auto& reference) {
 }
 
 template <class Word>
-Word wordAt(const char* bytes) {
+Word wordAt(std::string_view text, std::size_t offset) {
   Word word;
-  std::memcpy(&word, bytes, sizeof(word));
+  std::memcpy(&word, text.data() + offset, sizeof(word));
   return word;
 }
 
@@ -55,8 +55,7 @@ bool areEqualKeys(std::string_view a, std::string_view b) {
   if (a.size() != b.size()) return false;
   const auto endsAreEqual = [&]<class Word>(Word /*type*/) {
     const std::size_t last = a.size() - sizeof(Word);
-    return wordAt<Word>(a.data()) == wordAt<Word>(b.data()) &&
-           wordAt<Word>(a.data() + last) == wordAt<Word>(b.data() + last);
+    return wordAt<Word>(a, 0) == wordAt<Word>(b, 0) && wordAt<Word>(a, last) == wordAt<Word>(b, last);
   };
   using Long = std::uint64_t;
   using Short = std::uint32_t;
