@@ -111,7 +111,7 @@ std::string_view primaryText(const InterfaceElement& element) {
 }
 
 bool agreeButForWhiteSpace(std::string_view first, std::string_view second) {
-  return foldedStartsWith(first, second, true);
+  return first == second || foldedStartsWith(first, second, true);
 }
 
 bool printsStringValue(const InterfaceElement& element, std::string_view primary) {
