@@ -7,6 +7,7 @@
 #include "QuilloApp/Interface/QuietText.h"
 #include "QuilloApp/Interface/Symbols.h"
 #include "QuilloApp/Library/ArtifactListModel.h"
+#include "QuilloApp/Library/ElidedText.h"
 
 namespace quillo {
 namespace {
@@ -18,12 +19,10 @@ constexpr int markSize = 16;
 constexpr qreal quietMark = 0.45;  ///< opacity of the mark that asks for nothing
 
 void drawLine(QPainter* painter, const QRect& rect, const QFont& font, const QColor& color, const QString& text,
-              Qt::LayoutDirection direction) {
+              Qt::LayoutDirection direction, Qt::TextElideMode mode = Qt::ElideRight) {
   painter->setFont(font);
   painter->setPen(color);
-  const QString shown = QFontMetrics(font).elidedText(text, Qt::ElideRight, rect.width());
-  const auto alignment = QStyle::visualAlignment(direction, Qt::AlignVCenter | Qt::AlignLeading) | Qt::AlignAbsolute;
-  painter->drawText(rect, static_cast<int>(alignment) | Qt::TextSingleLine, shown);
+  drawElided(*painter, rect, text, direction, mode);
 }
 
 /// The middle of the picture, as much as fills the frame; windows are recognised by their upper part.
@@ -46,6 +45,16 @@ void drawPicture(QPainter* painter, const QRect& frame, const QImage& image, con
   painter->setPen(line);
   painter->drawPath(path);
   painter->restore();
+}
+
+/// Styles draw theirs after Tab only, or over what it surrounds; among several selected captures it is what the arrows
+/// move.
+void drawFocus(QPainter* painter, const QRect& rect, QColor color) {
+  color.setAlpha(160);
+  painter->setPen(color);
+  painter->setBrush(Qt::NoBrush);
+  painter->setRenderHint(QPainter::Antialiasing);
+  painter->drawRoundedRect(QRectF(rect).adjusted(2.5, 2.5, -2.5, -2.5), pictureRadius, pictureRadius);
 }
 
 }  // namespace
@@ -111,7 +120,7 @@ void ArtifactDelegate::drawCapture(QPainter* painter, const QStyleOptionViewItem
   bold.setBold(true);
   drawLine(painter, placed(line(0)), bold, palette.color(textRole), index.data().toString(), option.direction);
   drawLine(painter, placed(line(1)), option.font, quiet, index.data(ArtifactListModel::applicationRole).toString(),
-           option.direction);
+           option.direction, condition == CaptureCondition::damaged ? Qt::ElideMiddle : Qt::ElideRight);
 
   QRect mark(0, 0, markSize, markSize);
   mark.moveCenter(line(2).center());
@@ -127,12 +136,7 @@ void ArtifactDelegate::drawCapture(QPainter* painter, const QStyleOptionViewItem
   painter->drawPixmap(placed(mark), symbol(name, markSize, option));
   painter->setOpacity(1);
 
-  if (option.state.testFlag(QStyle::State_HasFocus)) {
-    QStyleOptionFocusRect focus;
-    focus.QStyleOption::operator=(option);
-    focus.backgroundColor = palette.color(groundRole);
-    QApplication::style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, option.widget);
-  }
+  if (option.state.testFlag(QStyle::State_HasFocus)) drawFocus(painter, option.rect, palette.color(textRole));
 }
 
 QSize ArtifactDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {

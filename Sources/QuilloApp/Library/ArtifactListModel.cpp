@@ -69,7 +69,9 @@ QVariant ArtifactListModel::data(const QModelIndex& index, int role) const {
   switch (role) {
     case Qt::DisplayRole: return row.title;
     case Qt::ToolTipRole:
-      return row.isDay() ? QVariant() : tr("%1 (%2)").arg(row.title, conditionInWords(row.condition));
+      return row.isDay()
+                 ? QVariant()
+                 : tr("%1 (%2)").arg(row.title, conditionInWords(row.condition)) + QLatin1Char('\n') + row.application;
     case Qt::AccessibleTextRole:
       return row.isDay() ? row.title
                          : tr("%1, %2, %3, %4")

@@ -4,6 +4,7 @@
 #include <QDate>
 #include <QEvent>
 #include <QItemSelectionModel>
+#include <QShortcut>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -12,6 +13,7 @@
 #include "QuilloApp/Library/ArtifactDelegate.h"
 #include "QuilloApp/Library/ArtifactListModel.h"
 #include "QuilloApp/Library/CaptureList.h"
+#include "QuilloApp/Library/ElidedLabel.h"
 
 namespace quillo {
 namespace {
@@ -30,7 +32,7 @@ FeedPane::FeedPane(QuilloModel& model, Thumbnails& thumbnails, QWidget* parent)
       rows_(new ArtifactListModel(thumbnails, this)),
       search_(new QLineEdit(this)),
       filter_(new QComboBox(this)),
-      count_(new QLabel(this)),
+      count_(new ElidedLabel(QStringLiteral("count"), this)),
       pages_(new QStackedWidget(this)),
       list_(new CaptureList(this)),
       message_(new QLabel(this)),
@@ -67,7 +69,6 @@ void FeedPane::makeControls() {
   list_->setFrameShape(QFrame::NoFrame);
   setMinimumWidth(30 * unit);
 
-  count_->setObjectName(QStringLiteral("count"));
   makeCountQuiet();
 
   message_->setObjectName(QStringLiteral("feedMessage"));
@@ -116,6 +117,8 @@ void FeedPane::connectControls() {
   connect(search_, &QLineEdit::textChanged, this,
           [this](const QString& text) { model_.setSearchQuery(text.toStdString()); });
   connect(search_, &QLineEdit::returnPressed, this, &FeedPane::enterList);
+  auto* escape = new QShortcut(Qt::Key_Escape, search_, nullptr, nullptr, Qt::WidgetShortcut);
+  connect(escape, &QShortcut::activated, this, &FeedPane::clearSearch);
   connect(filter_, &QComboBox::activated, this, [this](int index) {
     const QVariant name = filter_->itemData(index);
     model_.setApplicationFilter(name.isValid() ? std::optional(name.toString().toStdString()) : std::nullopt);
@@ -205,6 +208,9 @@ void FeedPane::updateCount() {
   const std::size_t selected = selectedIds().size();
   if (selected > 1) text = tr("%1, %2 selected").arg(text, number(locale(), selected));
   if (state.capturedTextSearch.isRunning) text = tr("%1, searching captured text…").arg(text);
+  // How many there are is not known.
+  const bool isUnread = state.libraryCondition.listingFailure || state.activity.kind == Activity::Kind::loading;
+  if (all == 0 && isUnread) text.clear();
   count_->setText(text);
 }
 

@@ -13,6 +13,7 @@ namespace quillo {
 
 class ArtifactListModel;
 class CaptureList;
+class ElidedLabel;
 class Thumbnails;
 
 /// The feed: search, application filter, and the list of captures by day. Of the captures that are selected here the
@@ -58,7 +59,7 @@ class FeedPane : public QWidget {
   ArtifactListModel* rows_;
   QLineEdit* search_;
   QComboBox* filter_;
-  QLabel* count_;
+  ElidedLabel* count_;
   QStackedWidget* pages_;
   CaptureList* list_;
   QLabel* message_;

@@ -9,7 +9,6 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QStatusBar>
-#include <QVBoxLayout>
 #include <utility>
 
 #include "QuilloApp/Inspector/InspectorPane.h"
@@ -17,7 +16,9 @@
 #include "QuilloApp/Interface/Symbols.h"
 #include "QuilloApp/Interface/Thumbnails.h"
 #include "QuilloApp/Library/CaptureList.h"
+#include "QuilloApp/Library/ElidedLabel.h"
 #include "QuilloApp/Library/FeedPane.h"
+#include "QuilloApp/Library/MessagePage.h"
 #include "QuilloApp/Library/QuickLook.h"
 
 namespace quillo {
@@ -29,6 +30,13 @@ struct ActivityLine {
   std::string_view symbol;
   QString text;
 };
+
+/// What the symbol tells those who do not see it.
+QString symbolInWords(Activity::Kind kind) {
+  if (kind == Activity::Kind::failure) return LibraryWindow::tr("Problem");
+  return kind == Activity::Kind::idle || kind == Activity::Kind::success ? LibraryWindow::tr("Done")
+                                                                         : LibraryWindow::tr("In progress");
+}
 
 ActivityLine activityLine(const Activity& activity) {
   switch (activity.kind) {
@@ -43,12 +51,21 @@ ActivityLine activityLine(const Activity& activity) {
   return {};
 }
 
-QLabel* centredLabel(QWidget* parent, const char* objectName) {
-  auto* label = new QLabel(parent);
-  label->setObjectName(QString::fromLatin1(objectName));
-  label->setAlignment(Qt::AlignCenter);
-  label->setWordWrap(true);
-  return label;
+/// What stands where no capture is shown.
+MessagePage::Message messageInstead(const QuilloModelState& state) {
+  using Way = MessagePage::Way;
+  if (const auto& failure = state.libraryCondition.listingFailure)
+    return {LibraryWindow::tr("The library cannot be read"), QString::fromStdString(*failure), true, Way::retry};
+  if (const auto& failure = state.selectionFailure)
+    return {LibraryWindow::tr("This capture cannot be opened"), QString::fromStdString(*failure), true, Way::discard};
+  if (state.activity.kind == Activity::Kind::loading) return {.title = LibraryWindow::tr("Loading artifacts…")};
+  if (!state.artifacts.empty() || !state.libraryCondition.damagedBundles.empty())
+    return {.title = LibraryWindow::tr("Nothing selected"),
+            .text = LibraryWindow::tr("Choose a capture to read, correct, copy or paste it.")};
+  const QString keys = QString::fromStdString(state.hotKeyConfiguration.capture.displayString());
+  return {.title = LibraryWindow::tr("No captures yet"),
+          .text = LibraryWindow::tr("Bring a window to the front and press %1. Its pixels and its text appear here.")
+                      .arg(keys)};
 }
 
 }  // namespace
@@ -59,14 +76,10 @@ LibraryWindow::LibraryWindow(QuilloModel& model, Thumbnails& thumbnails, Request
       requests_(std::move(requests)),
       feed_(new FeedPane(model, thumbnails, this)),
       pages_(new QStackedWidget(this)),
-      emptySymbol_(centredLabel(this, "emptySymbol")),
-      emptyTitle_(centredLabel(this, "emptyTitle")),
-      emptyText_(centredLabel(this, "emptyText")),
-      retry_(new QPushButton(tr("&Try Again"), this)),
-      discard_(new QPushButton(symbolIcon("trash"), tr("Move to &Trash"), this)),
+      message_(new MessagePage(this)),
       inspector_(new InspectorPane(model, thumbnails.tasks(), this)),
       activitySymbol_(new QLabel(this)),
-      activity_(new QLabel(this)),
+      activity_(new ElidedLabel(QStringLiteral("activity"), this)),
       undo_(new QPushButton(symbolIcon("arrow.counterclockwise"), QString(), this)) {
   setObjectName(QStringLiteral("library"));
   setWindowTitle(tr("Quillo"));
@@ -76,7 +89,7 @@ LibraryWindow::LibraryWindow(QuilloModel& model, Thumbnails& thumbnails, Request
 
   feed_->setObjectName(QStringLiteral("feed"));
   inspector_->setObjectName(QStringLiteral("inspector"));
-  pages_->addWidget(makeEmptyPage());
+  pages_->addWidget(message_);
   pages_->addWidget(inspector_);
   auto* panes = new QSplitter(this);
   panes->setObjectName(QStringLiteral("panes"));
@@ -87,11 +100,11 @@ LibraryWindow::LibraryWindow(QuilloModel& model, Thumbnails& thumbnails, Request
   panes->setCollapsible(1, false);
   panes->setStretchFactor(1, 1);
   panes->setSizes({320, 800});
+  divider_ = panes->handle(1);
+  divider_->setAutoFillBackground(true);
+  colorDivider();
   setCentralWidget(panes);
 
-  activity_->setObjectName(QStringLiteral("activity"));
-  activity_->setTextFormat(Qt::PlainText);
-  activity_->setAccessibleName(tr("Activity"));
   undo_->setObjectName(QStringLiteral("undoTrash"));
   undo_->setFlat(true);
   statusBar()->setSizeGripEnabled(false);
@@ -108,27 +121,6 @@ LibraryWindow::LibraryWindow(QuilloModel& model, Thumbnails& thumbnails, Request
 }
 
 LibraryWindow::~LibraryWindow() = default;
-
-QWidget* LibraryWindow::makeEmptyPage() {
-  auto* page = new QWidget(this);
-  QFont large = font();
-  large.setPointSizeF(large.pointSizeF() * 1.4);
-  large.setBold(true);
-  emptyTitle_->setFont(large);
-  emptySymbol_->setPixmap(applicationIcon().pixmap(8 * unit));
-  emptySymbol_->setAccessibleName(tr("Quillo"));
-  auto* layout = new QVBoxLayout(page);
-  layout->setContentsMargins(6 * unit, 4 * unit, 6 * unit, 4 * unit);
-  layout->setSpacing(2 * unit);
-  layout->addStretch(2);
-  for (QLabel* label : {emptySymbol_, emptyTitle_, emptyText_}) layout->addWidget(label);
-  emptyText_->setTextFormat(Qt::PlainText);
-  retry_->setObjectName(QStringLiteral("retry"));
-  discard_->setObjectName(QStringLiteral("discard"));
-  for (QPushButton* button : {retry_, discard_}) layout->addWidget(button, 0, Qt::AlignCenter);
-  layout->addStretch(3);
-  return page;
-}
 
 void LibraryWindow::makeMenus() {
   QMenu* menu = nullptr;
@@ -189,8 +181,8 @@ void LibraryWindow::connectControls() {
   onList(QKeySequence::Delete, [this] { moveSelectedToTrash(); });
   onList(QKeySequence::Copy, [this] { model_.copySelectedArtifactToClipboard(); });
 
-  connect(retry_, &QPushButton::clicked, this, [this] { model_.reloadArtifacts(); });
-  connect(discard_, &QPushButton::clicked, this, &LibraryWindow::moveSelectedToTrash);
+  connect(message_, &MessagePage::retryRequested, this, [this] { model_.reloadArtifacts(); });
+  connect(message_, &MessagePage::discardRequested, this, &LibraryWindow::moveSelectedToTrash);
   connect(undo_, &QPushButton::clicked, this, [this] { model_.undoMoveToTrash(); });
   connect(&inspector_->copyButton(), &QPushButton::clicked, this, [this] { model_.copySelectedArtifactToClipboard(); });
   connect(&inspector_->revealButton(), &QPushButton::clicked, this, [this] { model_.revealSelectedArtifact(); });
@@ -227,8 +219,20 @@ void LibraryWindow::update(QuilloModelChanges changes) {
 void LibraryWindow::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   if (event->type() != QEvent::PaletteChange) return;
+  colorDivider();
   updateActivity();
   updatePages();
+}
+
+/// A hairline: where both panes have one colour they would run into each other.
+void LibraryWindow::colorDivider() {
+  QPalette line = palette();
+  const QColor ground = line.color(QPalette::Window);
+  const QColor text = line.color(QPalette::WindowText);
+  const auto mix = [](int a, int b) { return (3 * a + b) / 4; };
+  line.setColor(QPalette::Window, QColor(mix(ground.red(), text.red()), mix(ground.green(), text.green()),
+                                         mix(ground.blue(), text.blue())));
+  divider_->setPalette(line);
 }
 
 void LibraryWindow::updateUndo() {
@@ -250,36 +254,14 @@ void LibraryWindow::updateActivity() {
   activity_->setText(line.text);
   activity_->setToolTip(line.text);
   activitySymbol_->setPixmap(symbolIcon(line.symbol).pixmap(2 * unit));
+  activitySymbol_->setAccessibleName(symbolInWords(model_.state().activity.kind));
 }
 
 void LibraryWindow::updatePages() {
   const QuilloModelState& state = model_.state();
   const bool showsArtifact = state.selection && state.selectedArtifact && !state.selectionFailure;
   pages_->setCurrentIndex(showsArtifact ? 1 : 0);
-  if (showsArtifact) return;
-  const auto& failure = state.libraryCondition.listingFailure;
-  retry_->setVisible(failure.has_value());
-  discard_->setVisible(!failure && state.selectionFailure);
-  const bool isTrouble = failure || state.selectionFailure;
-  emptySymbol_->setPixmap((isTrouble ? symbolIcon("exclamationmark.triangle") : applicationIcon()).pixmap(8 * unit));
-  emptySymbol_->setAccessibleName(isTrouble ? tr("Problem") : tr("Quillo"));
-  if (failure) {
-    emptyTitle_->setText(tr("The library cannot be read"));
-    emptyText_->setText(messageText(*failure));
-  } else if (state.selectionFailure) {
-    emptyTitle_->setText(tr("This capture cannot be opened"));
-    emptyText_->setText(messageText(*state.selectionFailure));
-  } else if (state.activity.kind == Activity::Kind::loading) {
-    emptyTitle_->setText(tr("Loading artifacts…"));
-    emptyText_->clear();
-  } else if (state.artifacts.empty() && state.libraryCondition.damagedBundles.empty()) {
-    emptyTitle_->setText(tr("No captures yet"));
-    emptyText_->setText(tr("Bring a window to the front and press %1. Its pixels and its text appear here.")
-                            .arg(QString::fromStdString(state.hotKeyConfiguration.capture.displayString())));
-  } else {
-    emptyTitle_->setText(tr("Nothing selected"));
-    emptyText_->setText(tr("Choose a capture to read, correct, copy or paste it."));
-  }
+  if (!showsArtifact) message_->show(messageInstead(state));
 }
 
 void LibraryWindow::moveSelectedToTrash() {

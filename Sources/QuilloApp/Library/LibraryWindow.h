@@ -10,8 +10,10 @@
 
 namespace quillo {
 
+class ElidedLabel;
 class FeedPane;
 class InspectorPane;
+class MessagePage;
 class QuickLook;
 class Thumbnails;
 
@@ -39,10 +41,10 @@ class LibraryWindow : public QMainWindow {
   void changeEvent(QEvent* event) override;
 
  private:
-  QWidget* makeEmptyPage();
   void makeMenus();
   void connectControls();
   void update(QuilloModelChanges changes);
+  void colorDivider();
   void updateUndo();
   void updateActivity();
   void updatePages();
@@ -54,14 +56,11 @@ class LibraryWindow : public QMainWindow {
   Requests requests_;
   FeedPane* feed_;
   QStackedWidget* pages_;
-  QLabel* emptySymbol_;
-  QLabel* emptyTitle_;
-  QLabel* emptyText_;
-  QPushButton* retry_;
-  QPushButton* discard_;
+  QWidget* divider_ = nullptr;
+  MessagePage* message_;
   InspectorPane* inspector_;
   QLabel* activitySymbol_;
-  QLabel* activity_;
+  ElidedLabel* activity_;
   QPushButton* undo_;
   QAction* undoAction_ = nullptr;
   QuickLook* quickLook_ = nullptr;

@@ -849,20 +849,12 @@
         <translation>Aufnahme wird eingefügt&#xa0;…</translation>
     </message>
     <message>
-        <source>&amp;Try Again</source>
-        <translation>Erneut &amp;versuchen</translation>
-    </message>
-    <message>
         <source>Move to &amp;Trash</source>
         <translation>In den Papierk&amp;orb</translation>
     </message>
     <message>
         <source>Quillo</source>
         <translation>Quillo</translation>
-    </message>
-    <message>
-        <source>Activity</source>
-        <translation>Aktivität</translation>
     </message>
     <message>
         <source>C&amp;apture</source>
@@ -967,6 +959,14 @@
     <message>
         <source>Choose a capture to read, correct, copy or paste it.</source>
         <translation>Wählen Sie eine Aufnahme, um sie zu lesen, zu berichtigen, zu kopieren oder einzufügen.</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Erledigt</translation>
+    </message>
+    <message>
+        <source>In progress</source>
+        <translation>Im Gange</translation>
     </message>
 </context>
 <context>
@@ -1609,6 +1609,25 @@
     <message>
         <source>no title</source>
         <translation>ohne Titel</translation>
+    </message>
+</context>
+<context>
+    <name>quillo::MessagePage</name>
+    <message>
+        <source>&amp;Try Again</source>
+        <translation>Erneut &amp;versuchen</translation>
+    </message>
+    <message>
+        <source>Move to &amp;Trash</source>
+        <translation>In den Papierk&amp;orb</translation>
+    </message>
+    <message>
+        <source>Problem</source>
+        <translation>Problem</translation>
+    </message>
+    <message>
+        <source>Quillo</source>
+        <translation>Quillo</translation>
     </message>
 </context>
 <context>
