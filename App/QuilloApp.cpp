@@ -54,6 +54,9 @@ void QuilloApp::start(LaunchRequest request) {
     if (!statusItem_->isShown()) openLibrary();
   });
   model_.startIfNeeded();
+  // The guide comes first; the library would cover it.
+  libraryFollowsGuide_ = request == LaunchRequest::open && model_.state().isShowingOnboarding;
+  if (libraryFollowsGuide_) return;
   // After the first step of what that has started: the library is read while its window is made.
   tasks_.start([this, request] { return performFirst(request); });
 }
@@ -116,6 +119,7 @@ void QuilloApp::modelChanged(QuilloModelChanges changes) {
     setup_->present();
   } else if (setup_) {
     setup_->hide();
+    if (std::exchange(libraryFollowsGuide_, false)) openLibrary();
   }
 }
 

@@ -67,6 +67,7 @@ class QuilloApp {
   std::unique_ptr<StatusItem> statusItem_;
   LibraryWatcher watcher_;
   QuilloModelObservation observation_;
+  bool libraryFollowsGuide_ = false;  ///< when the first run's guide ends
 };
 
 }  // namespace quillo
