@@ -14,6 +14,7 @@
 #include <QScrollBar>
 #include <QStringListModel>
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdlib>
 #include <exception>
@@ -223,8 +224,8 @@ void makeLibrary(const char* path, int count, std::size_t textBytes) {
   SystemWallClock clock;
   RandomUUIDGenerator identifiers;
   ArtifactStore store(path, {files, trash, clock, identifiers}, ArtifactProjection::standard());
-  std::vector<std::string> screenshots;
-  for (int number = 0; number < 16; ++number) screenshots.push_back(screenshot(number));
+  std::array<std::string, 16> screenshots;
+  for (int number = 0; std::string& picture : screenshots) picture = screenshot(number++);
   const std::vector<std::string> applications{"Editor", "Mail", "Terminal", "Web Browser", "Files", "Calendar"};
   const Date now = clock.now();
   for (int number = 0; number < count; ++number) {
