@@ -225,7 +225,7 @@ void makeLibrary(const char* path, int count, std::size_t textBytes) {
   RandomUUIDGenerator identifiers;
   ArtifactStore store(path, {files, trash, clock, identifiers}, ArtifactProjection::standard());
   std::array<std::string, 16> screenshots;
-  for (int number = 0; std::string & picture : screenshots) picture = screenshot(number++);
+  std::ranges::generate(screenshots, [number = 0]() mutable { return screenshot(number++); });
   const std::vector<std::string> applications{"Editor", "Mail", "Terminal", "Web Browser", "Files", "Calendar"};
   const Date now = clock.now();
   for (int number = 0; number < count; ++number) {
