@@ -3,10 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <iterator>
 #include <string>
+#include <thread>
 
 #include "ApplicationFixture.h"
 #include "Tests/Support/GoldenFile.h"
@@ -47,6 +49,13 @@ class ApplicationEnd : public Application {
     if (!IsSkipped()) addCapture();
   }
 
+  /// Types and lets the program read the keys: those that the display still holds are nobody's to save. It does not take
+  /// so long that they are saved by themselves.
+  static void typeInTime(const std::string& text, const Environment& display = {}) {
+    type(text, display);
+    std::this_thread::sleep_for(std::chrono::milliseconds(250));
+  }
+
   /// Waits until the application has ended; its exit status.
   static int awaitEnd(RunningProgram& application) {
     EXPECT_TRUE(eventually([&] { return application.exitStatus().has_value(); }));
@@ -57,7 +66,7 @@ class ApplicationEnd : public Application {
 TEST_F(ApplicationEnd, aRequestToEndSavesTheEditThatWasJustTyped) {
   const auto application = start();
   beginTyping(ApplicationEnd::library);
-  type(", and last");
+  typeInTime(", and last");
   application->signal(SIGTERM);
   EXPECT_EQ(awaitEnd(*application), 0);
   EXPECT_THAT(library(), HasSubstr("First, and last"));
@@ -70,7 +79,7 @@ TEST_F(ApplicationEnd, whileAnEditIsBeingWrittenWaitsForItAndForWhatWasTypedMean
   const auto before = fileCount();
   type(", then more");
   ASSERT_TRUE(eventually([&] { return fileCount() > before; })) << "no write has begun";
-  type(", and last");
+  typeInTime(", and last");
   application->signal(SIGTERM);
   EXPECT_EQ(awaitEnd(*application), 0);
   EXPECT_THAT(library(), HasSubstr("First, then more, and last"));
@@ -86,7 +95,7 @@ TEST_F(ApplicationEnd, theSessionsEndWaitsForTheEdit) {
   beginTyping(ApplicationEnd::library);
   ASSERT_TRUE(readFile(heard).ends_with("\nsaved\n")) << readFile(heard);
   const std::string before = readFile(heard);
-  type(", and last");
+  typeInTime(", and last");
   manager.signal(SIGUSR1);
   ASSERT_TRUE(eventually([&] { return readFile(heard) == before + "saved\n"; })) << readFile(heard);
   EXPECT_THAT(library(), HasSubstr("First, and last"));
@@ -101,7 +110,7 @@ TEST_F(ApplicationEnd, aLostDisplaySavesTheEdit) {
   const OtherDisplay display;
   const auto application = start({}, display.environment());
   beginTyping(ApplicationEnd::library, display.environment());
-  type(", and last", display.environment());
+  typeInTime(", and last", display.environment());
   display.end();
   EXPECT_EQ(awaitEnd(*application), 1);
   EXPECT_THAT(library(), HasSubstr("First, and last"));
@@ -118,7 +127,7 @@ TEST_F(ApplicationEnd, aLostBusSavesTheEdit) {
   }));
   const auto application = start({}, environment);
   beginTyping(ApplicationEnd::library, environment);
-  type(", and last");
+  typeInTime(", and last");
   bus.signal(SIGKILL);
   EXPECT_EQ(awaitEnd(*application), 0);
   EXPECT_THAT(library(), HasSubstr("First, and last"));
