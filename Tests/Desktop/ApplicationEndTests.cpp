@@ -49,8 +49,8 @@ class ApplicationEnd : public Application {
     if (!IsSkipped()) addCapture();
   }
 
-  /// Types and lets the program read the keys: those that the display still holds are nobody's to save. It does not take
-  /// so long that they are saved by themselves.
+  /// Types and lets the program read the keys: those that the display still holds are nobody's to save. It does not
+  /// take so long that they are saved by themselves.
   static void typeInTime(const std::string& text, const Environment& display = {}) {
     type(text, display);
     std::this_thread::sleep_for(std::chrono::milliseconds(250));
