@@ -1,6 +1,7 @@
 #include "QuilloLinux/X11/DisplayHandshake.h"
 
 #include <gtest/gtest.h>
+#include <netinet/in.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -8,6 +9,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -78,6 +80,24 @@ class SilentDisplay {
 TEST(DisplayHandshake, serverThatIsStoppedDoesNotAnswer) {
   const SilentDisplay display;
   EXPECT_FALSE(displayAnswers(0.05));
+}
+
+TEST(DisplayHandshake, serverOverTheNetworkIsAskedToo) {
+  const int listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  const auto bind = [&](int display) {
+    address.sin_port = htons(static_cast<std::uint16_t>(6000 + display));
+    return ::bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+  };
+  int display = 7000;
+  while (!bind(display)) ASSERT_LT(++display, 7100);
+  ::setenv("DISPLAY", ("127.0.0.1:" + std::to_string(display)).c_str(), 1);
+  EXPECT_TRUE(displayAnswers(10)) << "a refused connection is the library's affair";
+  ASSERT_EQ(::listen(listener, 4), 0);
+  EXPECT_FALSE(displayAnswers(0.05));
+  ::close(listener);
 }
 
 TEST(DisplayHandshake, refusalIsAnAnswer) {
