@@ -10,6 +10,7 @@
 
 #include "QuilloApp/Interface/QuietText.h"
 #include "QuilloApp/Interface/Symbols.h"
+#include "QuilloApp/Interface/Translations.h"
 #include "QuilloApp/Library/ArtifactDelegate.h"
 #include "QuilloApp/Library/ArtifactListModel.h"
 #include "QuilloApp/Library/CaptureList.h"
@@ -201,8 +202,11 @@ void FeedPane::updateSelection() {
 void FeedPane::updateCount() {
   const QuilloModelState& state = model_.state();
   const std::size_t all = state.artifacts.size();
-  QString text = all == 1 ? tr("1 capture") : tr("%1 captures").arg(number(locale(), all));
-  if (shownCount_ != all) text = tr("%1 of %2 captures").arg(number(locale(), shownCount_), number(locale(), all));
+  QString text = tr("%1 captures", nullptr, pluralNumber(all)).arg(number(locale(), all));
+  if (shownCount_ != all) {
+    text =
+        tr("%1 of %2 captures", nullptr, pluralNumber(all)).arg(number(locale(), shownCount_), number(locale(), all));
+  }
   const std::size_t damaged = state.libraryCondition.damagedBundles.size();
   if (damaged > 0 && shownCount_ == all) text = tr("%1, %2 damaged").arg(text, number(locale(), damaged));
   const std::size_t selected = selectedIds().size();

@@ -240,17 +240,19 @@
         <source>%1 (%2)</source>
         <translation>%1 (%2)</translation>
     </message>
-    <message>
-        <source>1 capture</source>
-        <translation>1 Aufnahme</translation>
-    </message>
-    <message>
+    <message numerus="yes">
         <source>%1 captures</source>
-        <translation>%1 Aufnahmen</translation>
+        <translation>
+            <numerusform>%1 Aufnahme</numerusform>
+            <numerusform>%1 Aufnahmen</numerusform>
+        </translation>
     </message>
-    <message>
+    <message numerus="yes">
         <source>%1 of %2 captures</source>
-        <translation>%1 von %2 Aufnahmen</translation>
+        <translation>
+            <numerusform>%1 von %2 Aufnahme</numerusform>
+            <numerusform>%1 von %2 Aufnahmen</numerusform>
+        </translation>
     </message>
     <message>
         <source>%1, %2 damaged</source>

@@ -47,6 +47,23 @@
     </message>
 </context>
 <context>
+    <name>quillo::FeedPane</name>
+    <message numerus="yes">
+        <source>%1 captures</source>
+        <translation>
+            <numerusform>%1 capture</numerusform>
+            <numerusform>%1 captures</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 of %2 captures</source>
+        <translation>
+            <numerusform>%1 of %2 capture</numerusform>
+            <numerusform>%1 of %2 captures</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>quillo::GuidePane</name>
     <message numerus="yes">
         <source>Pasted: %L1 characters have arrived.</source>
