@@ -6,6 +6,7 @@
 #include "QuilloCore/Semantics/AggregateCoverage.h"
 #include "QuilloCore/Semantics/CompoundControls.h"
 #include "QuilloCore/Semantics/GatheredNames.h"
+#include "QuilloCore/Semantics/IdleContainers.h"
 #include "QuilloCore/Semantics/NamingTexts.h"
 #include "QuilloCore/Semantics/PrintedDetails.h"
 #include "QuilloCore/Semantics/SemanticTokens.h"
