@@ -62,6 +62,12 @@ class ElementMapper {
     return (type != nullptr && *type == "search") || hasWebRole("searchbox");
   }
 
+  /// What opens and closes a part of a page. Browsers give it the role of one button or another.
+  bool isSummary() const {
+    const std::string* tag = record_.attribute("tag");
+    return tag != nullptr && *tag == "summary" && record_.is(AtspiState::expandable);
+  }
+
   /// A page's block that one may write into. The paragraphs of a word processor are each an object too, but a document
   /// of them is no row of editors.
   bool isEditableBlock() const {
@@ -84,7 +90,9 @@ class ElementMapper {
         break;
       case Role::checkBox:
       case Role::toggleButton:
+      case Role::pushButton:
         if (hasWebRole("switch")) return {"AXSwitch", ""};
+        if (isSummary()) return {"AXDisclosureTriangle", ""};
         break;
       case Role::comboBox:
         if (record_.is(AtspiState::editable)) return {"AXComboBox", ""};
@@ -200,7 +208,9 @@ class ElementMapper {
     switch (record_.role) {
       case Role::checkBox:
       case Role::toggleButton:
-      case Role::radioButton: add("AXValue", toggleValue()); break;
+      case Role::radioButton:
+        if (role_ != "AXDisclosureTriangle") add("AXValue", toggleValue());
+        break;
       case Role::checkMenuItem:
       case Role::radioMenuItem: add("AXChecked", toggleValue()); break;
       default:

@@ -54,6 +54,12 @@ TEST(AtspiAttributeMapping, rolesAreRefinedByStatesAndWebRoles) {
     record.attributes.emplace_back(key, value);
     return record;
   };
+  const auto summary = [&](AtspiRole role) {
+    AtspiNodeRecord record = web(role, "tag", "summary");
+    record.states |= std::uint64_t{1} << AtspiState::expandable;
+    return record;
+  };
+  EXPECT_EQ(valueOf(summary(toggleButton), "AXValue"), absent);
   const std::vector<Case> cases = {
       {makeRecord(entry), "AXTextField"},
       {makeRecord(entry, "", {AtspiState::multiLine}), "AXTextArea"},
@@ -63,6 +69,10 @@ TEST(AtspiAttributeMapping, rolesAreRefinedByStatesAndWebRoles) {
       {withText(makeRecord(paragraph), "Bare words", 10), "AXStaticText"},
       {withText(makeRecord(paragraph), "\uFFFC", 1), "AXGroup"},
       {web(toggleButton, "xml-roles", "switch"), "AXSwitch"},
+      {summary(toggleButton), "AXDisclosureTriangle"},
+      {summary(pushButton), "AXDisclosureTriangle"},
+      {web(toggleButton, "tag", "summary"), "AXCheckBox"},
+      {makeRecord(toggleButton, "", {AtspiState::expandable}), "AXCheckBox"},
       {makeRecord(comboBox), "AXPopUpButton"},
       {makeRecord(comboBox, "", {AtspiState::editable}), "AXComboBox"},
       {web(landmark, "xml-roles", "navigation"), "AXLandmarkNavigation"},
