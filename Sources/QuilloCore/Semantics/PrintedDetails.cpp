@@ -21,6 +21,13 @@ std::vector<ElementDetail> ownDetails(const RenderContext& context, ElementIndex
   return details;
 }
 
+/// Whether the element is a group of which nobody sees a name without asking.
+bool isNamedByHelpAlone(const InterfaceElement& element, std::string_view name) {
+  using enum InterfaceSemanticRole;
+  const bool isGroup = element.role == group || element.role == section || element.role == unknown;
+  return isGroup && element.help && element.help->data() == name.data();
+}
+
 }  // namespace
 
 void findRepeatedExplanations(const RenderContext& context, RenderPlan& plan) {
@@ -30,6 +37,9 @@ void findRepeatedExplanations(const RenderContext& context, RenderPlan& plan) {
     if (!context.isInScope(index) || (!element.help && !element.description)) continue;
     const std::string_view name = context.primaryText(index);
     if (name.empty()) continue;
+    if (isNamedByHelpAlone(element, name) && !told.emplace(element.role, std::string_view(), name).second) {
+      plan.printedNames.emplace(index, "");
+    }
     for (const ElementDetail& detail : ownDetails(context, index)) {
       if (detail.label != helpLabel && detail.label != descriptionLabel) continue;
       if (told.emplace(element.role, name, detail.text).second) continue;
