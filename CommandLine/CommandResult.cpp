@@ -7,6 +7,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <new>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -48,6 +49,11 @@ class Descriptor {
   int descriptor_;
 };
 
+/// What cannot be told, because standard error is closed, is no further error.
+void printErrorLine(const std::string& line) {
+  std::fputs((line + "\n").c_str(), stderr);
+}
+
 }  // namespace
 
 StreamError::StreamError(std::string name, std::string reason)
@@ -64,12 +70,13 @@ void printOutput(const std::string& text) {
 }
 
 void printError(const std::string& message) {
-  fmt::print(stderr, "quillo: {}\n", bringingToOneLine(replacingInvalidUtf8(message)));
+  printErrorLine("quillo: " + bringingToOneLine(replacingInvalidUtf8(message)));
 }
 
 void printError(const std::exception& error) {
-  printError(std::string(error.what()));
-  if (const auto suggestion = recoverySuggestionOf(error)) fmt::print(stderr, "{}\n", *suggestion);
+  const bool lacksMemory = dynamic_cast<const std::bad_alloc*>(&error) != nullptr;
+  printError(lacksMemory ? "There is not enough memory." : std::string(error.what()));
+  if (const auto suggestion = recoverySuggestionOf(error)) printErrorLine(*suggestion);
 }
 
 std::string readInput(const std::string& path) {

@@ -2,6 +2,11 @@
 
 #include <fmt/format.h>
 
+#include <cstdint>
+#include <string_view>
+
+#include "QuilloCore/Support/GraphemeClusters.h"
+
 namespace quillo {
 namespace {
 
@@ -13,7 +18,7 @@ struct Describe {
     return fmt::format("The JSON is not UTF-8 at byte {}.", e.offset);
   }
   std::string operator()(const JsonError::TooDeep& e) const {
-    return fmt::format("The JSON is nested deeper than {} levels.", e.limit);
+    return fmt::format("The JSON is nested deeper than {} levels at byte {}.", e.limit, e.offset);
   }
   std::string operator()(const JsonError::MissingMember& e) const {
     return fmt::format("The member \"{}\" is missing at {}.", e.key, e.path);
@@ -22,7 +27,10 @@ struct Describe {
     return fmt::format("Expected {} at {}, found {}.", e.expected, e.path, e.found);
   }
   std::string operator()(const JsonError::UnknownName& e) const {
-    return fmt::format("\"{}\" is not a known value at {}.", e.name, e.path);
+    constexpr std::int64_t longestName = 80;
+    const std::string_view beginning = graphemeClusterPrefix(e.name, longestName);
+    return fmt::format("\"{}{}\" is not a known value at {}.", beginning, beginning.size() < e.name.size() ? "…" : "",
+                       e.path);
   }
   std::string operator()(const JsonError::InvalidValue& e) const {
     return fmt::format("The value at {} cannot be used: {}", e.path, e.reason);

@@ -21,7 +21,8 @@ class JsonError : public std::exception {
     friend bool operator==(const NotUtf8&, const NotUtf8&) = default;
   };
   struct TooDeep {
-    std::size_t limit = 0;  ///< levels of nesting that are read
+    std::size_t offset = 0;  ///< byte offset of the first bracket beyond the limit
+    std::size_t limit = 0;   ///< levels of nesting that are read
     friend bool operator==(const TooDeep&, const TooDeep&) = default;
   };
   struct MissingMember {

@@ -119,30 +119,16 @@ class JsonScanner {
     } else if (!readDigits()) {
       return false;
     }
-    bool isInteger = true;
-    if (skip('.')) {
-      isInteger = false;
-      if (!readDigits()) return false;
-    }
+    if (skip('.') && !readDigits()) return false;
     if (skip('e') || skip('E')) {
-      isInteger = false;
       if (!skip('-')) skip('+');
       if (!readDigits()) return false;
     }
     if (!isAtEnd() && !std::string_view(" \t\n\r,:[]{}").contains(peek())) return fail("a number goes on wrongly");
     const std::string_view number = text_.substr(begin, position_ - begin);
-    if (isInteger ? fits64Bits(number) : isFinite(number)) return true;
+    if (isFinite(number)) return true;
     position_ = begin;
-    return fail(isInteger ? "an integer does not fit into 64 bits" : "a number is too large");
-  }
-
-  static bool fits64Bits(std::string_view number) {
-    const char* const begin = number.data();
-    const char* const end = begin + number.size();
-    std::int64_t withSign = 0;
-    std::uint64_t withoutSign = 0;
-    return std::from_chars(begin, end, withSign).ec == std::errc{} ||
-           std::from_chars(begin, end, withoutSign).ec == std::errc{};
+    return fail("a number is too large");
   }
 
   static bool isFinite(std::string_view number) {
@@ -223,7 +209,7 @@ JsonError locateJsonError(std::string_view text, std::size_t maximumDepth, std::
   const auto invalid = findInvalidUtf8(text);
   if (invalid && (!fault || *invalid <= fault->offset)) return JsonError(JsonError::NotUtf8{*invalid});
   if (!fault) return JsonError(JsonError::Malformed{text.size(), std::string(fallbackReason)});
-  if (fault->isTooDeep) return JsonError(JsonError::TooDeep{maximumDepth});
+  if (fault->isTooDeep) return JsonError(JsonError::TooDeep{fault->offset, maximumDepth});
   return JsonError(JsonError::Malformed{fault->offset, std::string(fault->reason)});
 }
 

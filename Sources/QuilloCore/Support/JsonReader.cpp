@@ -3,10 +3,14 @@
 #include <fmt/format.h>
 #include <simdjson.h>
 
+#include <algorithm>
 #include <bit>
+#include <charconv>
 #include <cmath>
 #include <cstring>
 #include <mutex>
+#include <new>
+#include <system_error>
 #include <utility>
 
 #include "QuilloCore/Support/JsonErrorLocation.h"
@@ -61,6 +65,28 @@ bool areEqualKeys(std::string_view a, std::string_view b) {
   using Short = std::uint32_t;
   if (a.size() > 2 * sizeof(Long) || a.size() < sizeof(Short)) return a == b;
   return a.size() >= sizeof(Long) ? endsAreEqual(Long()) : endsAreEqual(Short());
+}
+
+/// The parser refuses integers beyond 64 bits, which are as good as any number where a double is read, or nothing. With
+/// a fraction of zero it takes them. What is no JSON does not become any.
+std::string givingLongIntegersFractions(std::string_view text) {
+  std::string result;
+  result.reserve(text.size() + JsonDocument::paddingSize);
+  bool isInString = false;
+  for (std::size_t i = 0; i < text.size();) {
+    const std::size_t numberEnd = std::min(text.find_first_not_of("0123456789+-.eE", i), text.size());
+    const std::string_view number = isInString ? "" : text.substr(i, numberEnd - i);
+    const bool isEscape = isInString && text[i] == '\\';
+    if (!isEscape && text[i] == '"') isInString = !isInString;
+    const std::string_view piece = number.empty() ? text.substr(i, isEscape ? 2 : 1) : number;
+    result += piece;
+    i += piece.size();
+    std::int64_t value = 0;
+    const auto read = std::from_chars(number.data(), number.data() + number.size(), value);
+    const bool isWhole = read.ptr == number.data() + number.size();
+    if (isWhole && read.ec == std::errc::result_out_of_range) result += ".0";
+  }
+  return result;
 }
 
 std::string_view typeName(element value) {
@@ -118,10 +144,10 @@ std::int64_t JsonCursor::integer() const {
   if (value.is_int64() && value.get_int64().get(integer) == simdjson::SUCCESS) return integer;
   if (!value.is_number()) failWrongType("a whole number");
   double number = 0;
-  // Both bounds are exact doubles; the upper one is the first that no longer fits.
-  constexpr double upperBound = 9223372036854775808.0;
+  // The first double that no longer fits. Its negative would fit, but integers too large for 64 bits are rounded to it.
+  constexpr double bound = 9223372036854775808.0;
   const bool isWhole = value.is_double() && value.get_double().get(number) == simdjson::SUCCESS &&
-                       std::trunc(number) == number && number >= -upperBound && number < upperBound;
+                       std::trunc(number) == number && std::abs(number) < bound;
   if (!isWhole) throw JsonError(JsonError::InvalidValue{path(), "it is not a whole number of 64 bits"});
   return static_cast<std::int64_t>(number);
 }
@@ -212,6 +238,14 @@ JsonCursor JsonMembers::require(std::string_view key) {
 struct JsonDocument::Storage {
   simdjson::dom::parser parser;
   element root;
+
+  simdjson::error_code parse(std::string_view text, bool isPadded) {
+    auto failure = simdjson::SUCCESS;
+    // The parser counts the document itself as a level.
+    if (parser.capacity() < text.size() || parser.max_depth() != maximumDepth + 1)
+      failure = parser.allocate(text.size(), maximumDepth + 1);
+    return failure != simdjson::SUCCESS ? failure : parser.parse(text.data(), text.size(), !isPadded).get(root);
+  }
 };
 
 namespace {
@@ -267,12 +301,9 @@ JsonDocument JsonDocument::parseInPlace(const std::string& text) {
 JsonDocument JsonDocument::parse(std::string_view text, bool isPadded) {
   auto storage = spareStorage<Storage>().take();
   if (text.data() == nullptr) text = "";  // the parser copies even nothing, and not from nowhere
-  auto failure = simdjson::SUCCESS;
-  // The parser counts the document itself as a level.
-  if (storage->parser.capacity() < text.size() || storage->parser.max_depth() != maximumDepth + 1)
-    failure = storage->parser.allocate(text.size(), maximumDepth + 1);
-  if (failure == simdjson::SUCCESS)
-    failure = storage->parser.parse(text.data(), text.size(), !isPadded).get(storage->root);
+  auto failure = storage->parse(text, isPadded);
+  if (failure == simdjson::NUMBER_ERROR) failure = storage->parse(givingLongIntegersFractions(text), false);
+  if (failure == simdjson::MEMALLOC) throw std::bad_alloc();
   if (failure != simdjson::SUCCESS) throw locateJsonError(text, maximumDepth, simdjson::error_message(failure));
   return JsonDocument(std::move(storage));
 }

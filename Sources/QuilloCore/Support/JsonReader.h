@@ -118,7 +118,7 @@ class JsonDocument {
   /// The parser reads so far behind the end of a text; without room for that it works on a copy.
   static constexpr std::size_t paddingSize = 64;
 
-  /// Throws JsonError::Malformed, NotUtf8 or TooDeep.
+  /// Throws JsonError::Malformed, NotUtf8 or TooDeep; std::bad_alloc for a text too large for the memory.
   static JsonDocument parse(std::string_view text);
   /// The same without the copy, when the text's capacity exceeds its size by the padding.
   static JsonDocument parseInPlace(const std::string& text);
