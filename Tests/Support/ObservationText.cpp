@@ -2,6 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <map>
 #include <optional>
 #include <set>
 #include <string_view>
@@ -126,6 +129,80 @@ std::string findViolation(const InterfaceObservation& observation) {
                                                *counts.unavailableGraphReferenceCount) {
     return "ignoredGraphReferenceCount is not the sum of its categories";
   }
+  return {};
+}
+
+namespace {
+
+/// The nodes that a walk down from the root meets, in that order, by the obvious recursion.
+class SourceWalk {
+ public:
+  explicit SourceWalk(const AccessibilitySnapshot& snapshot) {
+    for (const AccessibilityNode& node : snapshot.nodes) nodes_.try_emplace(node.id, &node);
+    visit(snapshot.rootID, nullptr);
+  }
+
+  struct Visit {
+    const AccessibilityNode* node;
+    const AccessibilityNode* parent;
+    std::size_t position;
+  };
+
+  const Visit* find(std::int64_t id) const {
+    const auto found = visits_.find(id);
+    return found == visits_.end() ? nullptr : &found->second;
+  }
+  std::int64_t nodeCount() const { return std::ssize(nodes_); }
+  /// What a walk that follows each node once leaves out.
+  std::int64_t ignoredCount() const { return referenceCount_ - std::ssize(visits_); }
+
+ private:
+  void visit(std::int64_t id, const AccessibilityNode* parent) {
+    ++referenceCount_;
+    const auto found = nodes_.find(id);
+    if (found == nodes_.end() || !visits_.emplace(id, Visit{found->second, parent, visits_.size()}).second) return;
+    for (const std::int64_t child : found->second->childIDs) visit(child, found->second);
+  }
+
+  std::map<std::int64_t, const AccessibilityNode*> nodes_;
+  std::map<std::int64_t, Visit> visits_;
+  std::int64_t referenceCount_ = 0;
+};
+
+bool keepsText(const InterfaceElement& element) {
+  const InterfaceElementProperties& properties = element.properties;
+  return element.value || element.content || properties.valueDescription || properties.selectedText ||
+         properties.selectedTextRange || properties.visibleTextRange;
+}
+
+}  // namespace
+
+std::string findViolation(const InterfaceObservation& observation, const AccessibilitySnapshot& snapshot) {
+  if (std::string violation = findViolation(observation); !violation.empty()) return violation;
+  const SourceWalk walk(snapshot);
+  std::set<std::int64_t> retained;
+  std::size_t nextPosition = 0;
+  for (const InterfaceElement& element : observation.elements) {
+    if (!element.sourceNodeID) continue;
+    const SourceWalk::Visit* visit = walk.find(*element.sourceNodeID);
+    if (visit == nullptr) return element.id + " is no node that the root leads to";
+    if (visit->position < nextPosition) return element.id + " stands before its turn";
+    nextPosition = visit->position + 1;
+    const AccessibilityNode* ancestor = visit->parent;
+    while (ancestor != nullptr && !retained.contains(ancestor->id)) ancestor = walk.find(ancestor->id)->parent;
+    const std::string parentID = ancestor == nullptr ? "application-root" : "element-" + std::to_string(ancestor->id);
+    if (element.parentID.value_or(parentID) != parentID) return element.id + " hangs not where it was hoisted to";
+    retained.insert(*element.sourceNodeID);
+    if (visit->node->isProtected && (!element.isProtected || keepsText(element))) return element.id + " tells a secret";
+    const bool isFocused = element.state.focused.value_or(false);
+    if (snapshot.focusedNodeID && isFocused != (element.sourceNodeID == snapshot.focusedNodeID)) {
+      return element.id + " has a stale focus";
+    }
+  }
+  const auto& counts = observation.completeness;
+  if (counts.ignoredGraphReferenceCount != walk.ignoredCount()) return "ignoredGraphReferenceCount is wrong";
+  const std::int64_t mostPruned = walk.nodeCount() - std::ssize(retained);
+  if (counts.prunedNodeCount < 0 || counts.prunedNodeCount > mostPruned) return "prunedNodeCount is wrong";
   return {};
 }
 

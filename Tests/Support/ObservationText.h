@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "QuilloCore/Capture/AccessibilitySnapshot.h"
 #include "QuilloCore/Semantics/InterfaceObservation.h"
 
 namespace quillo::test {
@@ -21,5 +22,10 @@ std::string describe(const InterfaceElement& element);
 
 /// Which invariant of an observation is broken, in words; empty when all five hold.
 std::string findViolation(const InterfaceObservation& observation);
+
+/// The same, or what in an observation of that snapshot does not follow from it: elements stand in the order in which a
+/// walk down from the root first meets their nodes, below the nearest ancestor that is an element; every reference is
+/// followed or counted; protected nodes keep no text; no node but the known one is focused.
+std::string findViolation(const InterfaceObservation& observation, const AccessibilitySnapshot& snapshot);
 
 }  // namespace quillo::test
