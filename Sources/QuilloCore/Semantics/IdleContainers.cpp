@@ -5,10 +5,12 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "QuilloCore/Semantics/InterfaceElementLine.h"
+#include "QuilloCore/Semantics/NamingTexts.h"
 #include "QuilloCore/Semantics/PrintedDetails.h"
 
 namespace quillo {
@@ -85,6 +87,10 @@ class IdleContainers {
       plan_.silentElementIDs.insert(inside.first);  // its parent holds the same lines together
       inside_[element] = Lines(inside_[inside.first]);
     } else if (isOne && isTold(element, inside.first)) {
+      plan_.silentElementIDs.insert(inside.first);
+      inside_[element] = {};
+    } else if (isOne && isNamedBy(element, inside.first)) {
+      plan_.printedNames.insert_or_assign(element, std::string(textOf(inside.first)));
       plan_.silentElementIDs.insert(inside.first);
       inside_[element] = {};
     }
@@ -208,6 +214,20 @@ class IdleContainers {
            !printedName(around).empty() && printedName(inside).empty() && inside_[inside].count == 0 &&
            !picture.isProtected && !picture.content && stateWords(picture).empty() && !picture.value &&
            meaningfulActions(picture).empty() && printedDetails(context_, plan_, inside).empty();
+  }
+
+  /// Whether the only text inside a nameless control is what the control is called.
+  bool isNamedBy(ElementIndex around, ElementIndex inside) const {
+    const InterfaceElement& element = context_[around];
+    return isNamedByItsTexts(element.role) && element.role != heading && element.role != text && !element.isProtected &&
+           !element.content && !hasRowReference(element) && context_.primaryText(around).empty() &&
+           !isAnonymousItem(around) && context_.isPlainText(inside) && inside_[inside].count == 0;
+  }
+
+  /// What the line of a plain text says.
+  std::string_view textOf(ElementIndex index) const {
+    const auto merged = plan_.mergedTextByElementID.find(index);
+    return merged != plan_.mergedTextByElementID.end() ? std::string_view(merged->second) : printedName(index);
   }
 
   /// The list around it says that what stands in it are items.
