@@ -167,6 +167,10 @@ TEST_P(QtVersions, giveRowsLabelsAndKeepTheirSecrets) {
   ASSERT_NE(user, nullptr);
   EXPECT_EQ(textAttribute(*user, "AXValue"), "joe");
   EXPECT_EQ(snapshot.focusedNodeID, user->id);
+  const AccessibilityNode* country = findNode(snapshot, "AXPopUpButton");
+  ASSERT_NE(country, nullptr);
+  EXPECT_EQ(textAttribute(*country, "AXLabel"), "Country");
+  EXPECT_EQ(textAttribute(*country, "AXValue"), "Austria");
   // The toolkit gives neither rows nor positions of cells: one row of headers and two of cells.
   const AccessibilityNode* table = findNode(snapshot, "AXTable");
   ASSERT_NE(table, nullptr);

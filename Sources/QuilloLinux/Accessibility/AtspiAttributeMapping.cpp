@@ -215,6 +215,9 @@ class ElementMapper {
       case Role::radioMenuItem: add("AXChecked", toggleValue()); break;
       default:
         if (record_.choice) addText("AXValue", *record_.choice);
+        if (isNamedByItsChoice(record_, toolkit_) && !(record_.text && hasOwnText(record_))) {
+          addText("AXValue", record_.name);
+        }
         if ((record_.is(AtspiState::checkable) || record_.isToggle) && !isPassword()) add("AXChecked", toggleValue());
         if (isTableCell(record_.role) && hasOwnText(record_) && !names_.title.empty() &&
             record_.text->text.text != names_.title) {

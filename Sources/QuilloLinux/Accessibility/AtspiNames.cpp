@@ -45,7 +45,8 @@ AtspiNames accessibleNames(const AtspiNodeRecord& record, AtspiToolkit toolkit) 
   const bool repeatsOwnText = isEntry(record.role) && record.text &&
                               collapsingWhiteSpace(record.name) == collapsingWhiteSpace(record.text->text.text);
   const bool isPlace = holdsParagraphs(record) && isCoordinates(record.name);
-  if (isClassName(record, toolkit) || repeatsOwnText || isPlace) names.title.clear();
+  const bool isChoice = isNamedByItsChoice(record, toolkit);
+  if (isClassName(record, toolkit) || repeatsOwnText || isPlace || isChoice) names.title.clear();
 
   for (const std::string_view key : {"placeholder-text", "placeholder"}) {
     if (const std::string* placeholder = record.attribute(key); placeholder != nullptr && names.placeholder.empty()) {
@@ -63,6 +64,10 @@ AtspiNames accessibleNames(const AtspiNodeRecord& record, AtspiToolkit toolkit) 
   if (names.description == names.title) names.description.clear();
   if (names.placeholder == names.title) names.placeholder.clear();
   return names;
+}
+
+bool isNamedByItsChoice(const AtspiNodeRecord& record, AtspiToolkit toolkit) {
+  return toolkit == AtspiToolkit::qt && record.role == AtspiRole::comboBox;
 }
 
 bool holdsParagraphs(const AtspiNodeRecord& record) {

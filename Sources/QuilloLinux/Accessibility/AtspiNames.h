@@ -19,6 +19,9 @@ struct AtspiNames {
 /// Sorts out what toolkits put into names and descriptions: class names, an entry's own text, tooltips, placeholders.
 AtspiNames accessibleNames(const AtspiNodeRecord& record, AtspiToolkit toolkit);
 
+/// Whether it is a list of choices that says in its name which one is made, and leaves what it is about to a label.
+bool isNamedByItsChoice(const AtspiNodeRecord& record, AtspiToolkit toolkit);
+
 /// Whether it is a cell whose text stands in objects of its own. A word processor names such a cell by its place ("A1")
 /// and gives it a value of 0; neither is to be seen.
 bool holdsParagraphs(const AtspiNodeRecord& record);

@@ -5,6 +5,7 @@
 
 #include "QuilloLinux/Accessibility/AtspiActions.h"
 #include "QuilloLinux/Accessibility/AtspiConcealedText.h"
+#include "QuilloLinux/Accessibility/AtspiNames.h"
 
 namespace quillo {
 namespace {
@@ -217,7 +218,9 @@ void AtspiNodeReading::readByRole() {
   }
   if (isTableCell(role)) readCell();
   const bool trustsName = context_.toolkit != AtspiToolkit::other || !isPassword;
-  if (isLabelledApart(role) && (record_.name.empty() || !trustsName || context_.toolkit == AtspiToolkit::gtk4)) {
+  const bool mayHaveName = !record_.name.empty() && trustsName && context_.toolkit != AtspiToolkit::gtk4 &&
+                           !isNamedByItsChoice(record_, context_.toolkit);
+  if (isLabelledApart(role) && !mayHaveName) {
     ask(accessible, "GetRelationSet", {}, [this](const AtspiReply& reply) {
       const auto labels = reply.relationTargets(labelledByRelation);
       if (labels && !labels->empty()) readNameOf(labels->front(), &AtspiNodeRecord::labelledBy);

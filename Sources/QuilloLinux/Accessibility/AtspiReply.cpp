@@ -150,7 +150,8 @@ std::optional<std::vector<AtspiObject>> AtspiReply::relationTargets(std::uint32_
     auto members = objects();
     sd_bus_message_exit_container(message_);
     sd_bus_message_exit_container(message_);
-    if (kind == relation && members) targets = std::move(*members);
+    // A toolkit that names several labels, each in a relation of its own, begins with the nearest.
+    if (kind == relation && members && targets.empty()) targets = std::move(*members);
   }
   return targets;
 }

@@ -132,6 +132,14 @@ TEST(AtspiAttributeMapping, namesGoWhereTheyBelong) {
   labelled.name = "User name";
   EXPECT_EQ(valueOf(labelled, "AXLabel"), absent);
 
+  // One toolkit says in a combo box's name what was chosen.
+  AtspiNodeRecord choice = makeRecord(AtspiRole::comboBox, "Austria");
+  choice.labelledBy = "Country";
+  EXPECT_EQ(valueOf(choice, "AXTitle", AtspiToolkit::qt), absent);
+  EXPECT_EQ(valueOf(choice, "AXLabel", AtspiToolkit::qt), words("Country"));
+  EXPECT_EQ(valueOf(choice, "AXValue", AtspiToolkit::qt), words("Austria"));
+  EXPECT_EQ(valueOf(choice, "AXTitle", AtspiToolkit::gtk3), words("Austria"));
+
   AtspiNodeRecord described = makeRecord(AtspiRole::entry, "User");
   described.description = "Your user name";
   EXPECT_EQ(valueOf(described, "AXDescription", AtspiToolkit::chromium), words("Your user name"));
