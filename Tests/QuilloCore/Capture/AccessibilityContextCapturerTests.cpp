@@ -33,8 +33,6 @@ class MovingWindow final : public WindowListProviding {
 
 class ContextCapturer : public CaptureTest {
  protected:
-  Gate isHanging;
-  Gate mayAnswer;
   VirtualMonotonicClock clock;
   MovingWindow windowList{target};
   AccessibilityContextCapturer capturer{application, windowList, wallClock, {.captureTimeout = 7.5}};
@@ -48,25 +46,35 @@ TEST_F(ContextCapturer, readsTheWindowOnItsQueue) {
   EXPECT_THROW(runBlocking([&] { return capturer.capture(clock, queue, target); }), AccessibilityCaptureError);
 }
 
-TEST_F(ContextCapturer, leavesAnApplicationThatHangsAtTheDeadline) {
-  application.addWindows("window 'Inbox' number=7");
-  application.onCall = [&](const FakeCall& call) -> std::optional<AccessibilityErrorCode> {
-    if (call.operation != "actionNames") return std::nullopt;
-    isHanging.open();
-    mayAnswer.pass();
-    return std::nullopt;
-  };
-  SerialQueue caller("caller");
-  const auto hanging = spawnTask(caller.executor(), [&] { return capturer.capture(clock, queue, target); });
-  isHanging.pass();
-  clock.advance(7.5);
-  try {
-    runBlocking([&] { return hanging.value(); });
-    FAIL();
-  } catch (const AccessibilityCaptureError& error) {
-    EXPECT_EQ(error.errorDescription(), "Accessibility capture exceeded its 7.5-second safety deadline.");
+TEST_F(ContextCapturer, leavesAnApplicationThatHangsAndAsksItNothingMore) {
+  application.addWindows("window 'Inbox' number=7\n  button 'Reply'");
+  for (const bool isCancelled : {false, true}) {
+    Gate isHanging;
+    Gate mayAnswer;
+    application.calls.clear();
+    application.onCall = [&](const FakeCall& call) -> std::optional<AccessibilityErrorCode> {
+      if (call.operation != "actionNames") return std::nullopt;
+      isHanging.open();
+      mayAnswer.pass();
+      return std::nullopt;
+    };
+    SerialQueue caller("caller");
+    const auto hanging = spawnTask(caller.executor(), [&] { return capturer.capture(clock, queue, target); });
+    isHanging.pass();
+    const std::size_t callCount = application.calls.size();
+    isCancelled ? hanging.cancel() : clock.advance(7.5);
+    std::string end;
+    try {
+      runBlocking([&] { return hanging.value(); });
+    } catch (const std::exception& error) {
+      end = error.what();
+    }
+    EXPECT_EQ(end, isCancelled ? OperationCancelled().what()
+                               : "Accessibility capture exceeded its 7.5-second safety deadline.");
+    mayAnswer.open();
+    runBlocking([&] { return queue.run([] {}); });  // behind the walk
+    EXPECT_EQ(application.calls.size(), callCount);
   }
-  mayAnswer.open();
 }
 
 // The second question for a process comes after the walk, when elements have gone; then first the application is asked.

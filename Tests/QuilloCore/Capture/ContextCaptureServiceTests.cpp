@@ -15,32 +15,12 @@
 #include "QuilloCore/Concurrency/OperationCancelled.h"
 #include "QuilloCore/Concurrency/SerialQueue.h"
 #include "QuilloCore/Concurrency/SystemMonotonicClock.h"
+#include "Tests/Support/CaptureOfLetter.h"
 
 namespace quillo::test {
 namespace {
 
 using Error = ContextCaptureServiceError;
-
-FrozenContextCaptureTarget frozen(std::uint32_t windowID, std::int32_t processIdentifier) {
-  FrozenContextCaptureTarget target;
-  target.windowID = windowID;
-  target.processIdentifier = processIdentifier;
-  target.applicationName = "Editor";
-  target.windowTitle = "Letter";
-  target.windowFrame = {.x = 1, .y = 2, .width = 300, .height = 200};
-  return target;
-}
-
-WindowScreenshotCapture screenshotOf(std::uint32_t windowID, std::int32_t processIdentifier) {
-  WindowScreenshotCapture capture;
-  capture.pngData = "png";
-  capture.window.windowID = windowID;
-  capture.window.processIdentifier = processIdentifier;
-  capture.window.applicationName = "Editor";
-  capture.window.title = "Letter";
-  capture.window.frame = {.x = 1, .y = 2, .width = 300, .height = 200};
-  return capture;
-}
 
 /// Never ends by itself; notes when it was cancelled.
 template <class T>
@@ -71,10 +51,10 @@ Task<T> failWith(Failure failure) {
 class ServiceUnderTest {
  public:
   ServiceUnderTest() {
-    operations.targetProvider = [] { return frozen(11, 400); };
+    operations.targetProvider = [] { return frozenLetter(); };
     operations.permissionProvider = [this] { return permissions; };
     operations.screenshotOperation = [](WindowCaptureTarget target) {
-      return giveValue(screenshotOf(target.windowID, target.processIdentifier));
+      return giveValue(screenshotOfLetter(target.windowID, target.processIdentifier));
     };
     operations.accessibilityOperation = [](WindowCaptureTarget target) {
       AccessibilitySnapshot snapshot;
@@ -83,12 +63,12 @@ class ServiceUnderTest {
     };
   }
 
-  ContextCaptureResult capture(const FrozenContextCaptureTarget& target) {
+  ContextCaptureResult capture(const FrozenContextCaptureTarget& target = frozenLetter()) {
     ContextCaptureService service(operations, clock, queue.executor(), deadlines);
     return loop.run([&] { return service.capture(target); });
   }
 
-  std::string errorOf(const FrozenContextCaptureTarget& target = frozen(11, 400)) {
+  std::string errorOf(const FrozenContextCaptureTarget& target = frozenLetter()) {
     try {
       capture(target);
       return "no error";
@@ -108,11 +88,10 @@ class ServiceUnderTest {
 
 TEST(ContextCaptureService, joinsBothHalvesOfTheFrozenWindow) {
   ServiceUnderTest service;
-  const ContextCaptureResult result = service.capture(frozen(11, 400));
-  EXPECT_EQ(result.target, frozen(11, 400));
-  EXPECT_EQ(result.source, (ArtifactSource{"Editor", std::nullopt, "Letter",
-                                           ArtifactRect{.x = 1, .y = 2, .width = 300, .height = 200}}));
-  EXPECT_EQ(result.screenshot, screenshotOf(11, 400));
+  const ContextCaptureResult result = service.capture();
+  EXPECT_EQ(result.target, frozenLetter());
+  EXPECT_EQ(result.source, (ArtifactSource{"Editor", std::nullopt, "Letter", letterFrame}));
+  EXPECT_EQ(result.screenshot, screenshotOfLetter());
   EXPECT_EQ(result.accessibilitySnapshot.targetProcessIdentifier, 400);
   EXPECT_TRUE(result.accessibilitySnapshot.warnings.empty());
 }
@@ -122,12 +101,15 @@ TEST(ContextCaptureService, refusesBeforeAnythingIsRead) {
   service.operations.screenshotOperation = [](WindowCaptureTarget /*target*/) {
     return failWith<WindowScreenshotCapture>(std::logic_error("read"));
   };
-  EXPECT_EQ(service.errorOf(frozen(11, 0)), "The frozen capture target has an invalid process identifier (0).");
-  EXPECT_EQ(service.errorOf(frozen(0, 400)), "The frozen capture target has an invalid window identifier (0).");
+  EXPECT_EQ(service.errorOf(frozenLetter(11, 0)), "The frozen capture target has an invalid process identifier (0).");
+  EXPECT_EQ(service.errorOf(frozenLetter(0, 400)), "The frozen capture target has an invalid window identifier (0).");
   service.permissions.screenRecordingGranted = false;
   EXPECT_EQ(service.errorOf(), "Quillo needs Screen Recording permission before capturing.");
   service.permissions.accessibilityGranted = false;
   EXPECT_EQ(service.errorOf(), "Quillo needs Screen Recording and Accessibility permission before capturing.");
+  EXPECT_EQ(Error(Error::PermissionsRequired{service.permissions}).recoverySuggestion(),
+            "Enable Quillo in Screen & System Audio Recording and Accessibility under System Settings > Privacy & "
+            "Security, then relaunch Quillo.");
 }
 
 TEST(ContextCaptureService, theFirstFailureEndsTheOtherHalf) {
@@ -136,7 +118,7 @@ TEST(ContextCaptureService, theFirstFailureEndsTheOtherHalf) {
     return runForEver<AccessibilitySnapshot>(service.clock, service.wasCancelled);
   };
   service.operations.screenshotOperation = [](WindowCaptureTarget /*target*/) {
-    return giveValue(screenshotOf(12, 400));
+    return giveValue(screenshotOfLetter(12, 400));
   };
   EXPECT_EQ(service.errorOf(), "Window capture returned window 12 from PID 400, not frozen window 11 from PID 400.");
   service.operations.screenshotOperation = [](WindowCaptureTarget /*target*/) {
@@ -168,25 +150,25 @@ TEST(ContextCaptureService, aHalfThatTakesTooLongFailsTheWhole) {
 TEST(ContextCaptureService, saysWhenTheWindowChangedMeanwhile) {
   ServiceUnderTest service;
   service.operations.screenshotOperation = [](WindowCaptureTarget /*target*/) {
-    WindowScreenshotCapture capture = screenshotOf(11, 400);
+    WindowScreenshotCapture capture = screenshotOfLetter();
     capture.window.title = "Another letter";
     capture.window.frame.width += 10;
     return giveValue(capture);
   };
-  EXPECT_EQ(service.capture(frozen(11, 400)).accessibilitySnapshot.warnings.size(), 2U);
+  EXPECT_EQ(service.capture().accessibilitySnapshot.warnings.size(), 2U);
 }
 
 TEST(ContextCaptureService, saysWhenThePictureIsOldByTheEnd) {
   BitmapImage picture{.width = 200, .height = 200, .pixels = std::vector<std::uint8_t>(200 * 200 * 4, 255)};
   ServiceUnderTest service;
   service.operations.screenshotOperation = [&](WindowCaptureTarget /*target*/) {
-    WindowScreenshotCapture capture = screenshotOf(11, 400);
+    WindowScreenshotCapture capture = screenshotOfLetter();
     capture.fingerprint = fingerprintOf(picture);
     return giveValue(capture);
   };
   const auto warningsAfter = [&](const PictureFingerprint& second) {
     service.operations.secondLookOperation = [&](WindowCaptureTarget /*target*/) { return giveValue(second); };
-    return service.capture(frozen(11, 400)).accessibilitySnapshot.warnings;
+    return service.capture().accessibilitySnapshot.warnings;
   };
   using Warnings = std::vector<std::string>;
   const Warnings changed = {
@@ -208,7 +190,7 @@ TEST(ContextCaptureService, saysWhenThePictureIsOldByTheEnd) {
   service.operations.secondLookOperation = [](WindowCaptureTarget /*target*/) {
     return failWith<PictureFingerprint>(std::runtime_error("closed"));
   };
-  EXPECT_EQ(service.capture(frozen(11, 400)).accessibilitySnapshot.warnings, Warnings{});
+  EXPECT_EQ(service.capture().accessibilitySnapshot.warnings, Warnings{});
 }
 
 }  // namespace

@@ -11,7 +11,8 @@
 #include "QuilloCore/Capture/WindowScreenshotCaptureError.h"
 #include "QuilloCore/Concurrency/BlockingLoop.h"
 #include "QuilloCore/Concurrency/SpawnedTask.h"
-#include "Tests/Support/Gate.h"
+#include "Tests/Support/CaptureOfLetter.h"
+#include "Tests/Support/FakeWindowImages.h"
 #include "Tests/Support/VirtualMonotonicClock.h"
 
 namespace quillo::test {
@@ -20,55 +21,12 @@ namespace {
 using Error = WindowScreenshotCaptureError;
 
 CapturedWindowMetadata window(std::uint32_t windowID, std::int32_t processIdentifier) {
-  CapturedWindowMetadata metadata;
-  metadata.windowID = windowID;
-  metadata.processIdentifier = processIdentifier;
-  metadata.title = "Letter";
-  return metadata;
+  return screenshotOfLetter(windowID, processIdentifier).window;
 }
 
 WindowCaptureTarget frozen(std::uint32_t windowID, std::int32_t processIdentifier) {
-  WindowCaptureTarget target;
-  target.windowID = windowID;
-  target.processIdentifier = processIdentifier;
-  target.applicationName = "Editor";
-  return target;
+  return makeWindowCaptureTarget(frozenLetter(windowID, processIdentifier));
 }
-
-/// A display with one window, that fails or waits on demand and records what it was asked.
-struct FakeWindowImages final : WindowImageCapturing {
-  bool allowed = true;
-  std::vector<CapturedWindowMetadata> windows{window(11, 400)};
-  std::optional<BitmapImage> picture = BitmapImage{.width = 2, .height = 1, .pixels = {1, 2, 3, 255, 4, 5, 6, 255}};
-  std::string failure;
-  std::string failsIn;
-  std::string waitsIn;
-  Gate waits;
-  Gate mayGoOn;
-  std::string calls;
-
-  void enter(const std::string& name) {
-    calls += name + " ";
-    if (waitsIn == name) {
-      waits.open();
-      mayGoOn.pass();
-    }
-    if (failsIn == name) throw std::runtime_error("the display is gone");
-  }
-  bool isAllowed() override {
-    enter("allowed");
-    return allowed;
-  }
-  void prepare(std::uint32_t /*windowID*/) override { enter("prepare"); }
-  std::vector<CapturedWindowMetadata> capturableWindows() override {
-    enter("list");
-    return windows;
-  }
-  std::optional<BitmapImage> image(std::uint32_t /*windowID*/) override {
-    enter("image");
-    return picture;
-  }
-};
 
 class ScreenshotCapturer : public testing::Test {
  protected:
@@ -86,7 +44,7 @@ class ScreenshotCapturer : public testing::Test {
 
   WindowCaptureTarget target_ = frozen(11, 400);
   VirtualMonotonicClock clock_;
-  std::shared_ptr<FakeWindowImages> display_ = std::make_shared<FakeWindowImages>();
+  std::shared_ptr<FakeWindowImages> display_ = std::make_shared<FakeWindowImages>(window(11, 400));
   SerialQueue queue_{"screenshot"};
   SerialQueue caller_{"caller"};
   FrontmostWindowScreenshotCapturer capturer_{display_, clock_, queue_};
@@ -137,7 +95,7 @@ TEST_F(ScreenshotCapturer, displayThatDoesNotAnswerIsGivenUp) {
   } cases[] = {{"list", 4, "ScreenCaptureKit did not enumerate captureable windows within 4 seconds."},
                {"image", 8, "ScreenCaptureKit did not capture window 11 within 8 seconds."}};
   for (const auto& [step, seconds, message] : cases) {
-    const auto display = std::make_shared<FakeWindowImages>();
+    const auto display = std::make_shared<FakeWindowImages>(window(11, 400));
     display->waitsIn = step;
     SerialQueue queue("stuck");
     FrontmostWindowScreenshotCapturer capturer(display, clock_, queue);
