@@ -5,8 +5,11 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <stdexcept>
+#include <utility>
 
 #include "QuilloCore/Concurrency/JobQueue.h"
+#include "QuilloCore/Concurrency/SpawnedTask.h"
 #include "QuilloCore/Concurrency/TaskExecutor.h"
 
 namespace quillo::test {
@@ -28,6 +31,16 @@ class ManualLoop {
   /// Runs jobs, also those that other threads have yet to post, until the condition holds. Returns whether it does; it
   /// gives up after ten seconds without a job.
   bool runUntil(const std::function<bool()>& condition);
+
+  /// Runs the task to its end; returns its value or throws its error.
+  template <class T>
+  T run(Task<T> task) {
+    auto outcome = std::make_shared<PendingResult<T>>();
+    detail::startResolving<T>(executor(), outcome,
+                              [task = std::make_shared<Task<T>>(std::move(task))] { return std::move(*task); });
+    if (!runUntil([&] { return outcome->isResolved(); })) throw std::runtime_error("the task does not end");
+    return outcome->take();
+  }
 
  private:
   class Core;

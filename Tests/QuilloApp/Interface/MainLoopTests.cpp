@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QEventLoop>
 #include <QTimer>
 #include <chrono>
@@ -13,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "OffscreenApplication.h"
 #include "QuilloCore/Concurrency/OperationCancelled.h"
 #include "QuilloCore/Concurrency/TaskGroup.h"
 
@@ -22,13 +22,7 @@ namespace {
 using namespace std::chrono_literals;
 
 class MainLoopTest : public testing::Test {
- protected:
-  MainLoopTest() : application_(argumentCount_, arguments_) {}
-
-  int argumentCount_ = 1;
-  char name_[5] = "test";
-  char* arguments_[2] = {name_, nullptr};
-  QCoreApplication application_;
+  OffscreenApplication application_;
 };
 
 TEST_F(MainLoopTest, jobsOfManyThreadsRunOnTheLoopInTheOrderOfEachThread) {
@@ -49,7 +43,7 @@ TEST_F(MainLoopTest, jobsOfManyThreadsRunOnTheLoopInTheOrderOfEachThread) {
       }
     });
   }
-  QTimer::singleShot(10'000, &application_, [] { QCoreApplication::exit(1); });
+  QTimer::singleShot(10'000, qApp, [] { QCoreApplication::exit(1); });
   EXPECT_EQ(0, QCoreApplication::exec());
   EXPECT_FALSE(ranElsewhere);
   std::vector<int> next(4, 0);
@@ -67,7 +61,7 @@ TEST_F(MainLoopTest, aJobThatAlwaysPostsAnotherLeavesTheUserTheirTurn) {
     if (!isOver) queue->post(again);
   };
   queue->post(again);
-  QTimer::singleShot(0, &application_, [] { QCoreApplication::exit(); });
+  QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
   EXPECT_EQ(0, QCoreApplication::exec());
   EXPECT_LT(turns, 1000);
   isOver = true;  // the loop's end runs what is left
@@ -86,7 +80,7 @@ TEST_F(MainLoopTest, aJobsOwnEventLoopRunsNoOtherJobInsideIt) {
     nested.exec();
     events.emplace_back("first");
   });
-  QTimer::singleShot(10'000, &application_, [] { QCoreApplication::exit(1); });
+  QTimer::singleShot(10'000, qApp, [] { QCoreApplication::exit(1); });
   EXPECT_EQ(0, QCoreApplication::exec());
   EXPECT_EQ((std::vector<std::string>{"first", "second"}), events);
 }

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QTranslator>
 #include <string>
 #include <type_traits>
@@ -8,8 +7,8 @@
 #include <variant>
 #include <vector>
 
+#include "OffscreenApplication.h"
 #include "QuilloApp/Interface/MessageText.h"
-#include "QuilloApp/Interface/Translations.h"
 #include "QuilloApp/Model/CaptureSummary.h"
 #include "QuilloApp/Model/StatusMenu.h"
 #include "QuilloCore/Artifacts/ArtifactRepositoryError.h"
@@ -23,19 +22,12 @@
 namespace quillo::test {
 namespace {
 
-class MessageText : public testing::Test {
- protected:
-  static std::string shown(std::string_view message) { return messageText(message).toStdString(); }
+std::string shown(std::string_view message) {
+  return messageText(message).toStdString();
+}
 
- private:
-  int argumentCount_ = 1;
-  char name_[5] = "test";                  // NOLINT(*-avoid-c-arrays): what the toolkit wants
-  char* arguments_[2] = {name_, nullptr};  // NOLINT(*-avoid-c-arrays)
-  QCoreApplication application_{argumentCount_, arguments_};
-};
-
-TEST_F(MessageText, isInTheUsersLanguage) {
-  installTranslations(QLocale(QLocale::German, QLocale::Austria));
+TEST(MessageText, isInTheUsersLanguage) {
+  const OffscreenApplication application(QLocale(QLocale::German, QLocale::Austria));
   const std::vector<std::pair<const char*, const char*>> cases = {
       {"Capture saved to the library", "Aufnahme in der Bibliothek gesichert"},
       {"1 artifacts moved to Trash", "1 Aufnahme in den Papierkorb verschoben"},
@@ -56,8 +48,8 @@ TEST_F(MessageText, isInTheUsersLanguage) {
   for (const auto& [message, expected] : cases) EXPECT_EQ(expected, shown(message));
 }
 
-TEST_F(MessageText, isTheMessageItselfInItsOwnLanguage) {
-  installTranslations(QLocale::French);
+TEST(MessageText, isTheMessageItselfInItsOwnLanguage) {
+  const OffscreenApplication application(QLocale::French);
   EXPECT_EQ("3 artifacts moved to Trash", shown("3 artifacts moved to Trash"));
   EXPECT_EQ("812 elements, partial: cut short", shown("812 elements, partial: cut short"));
 }
@@ -95,7 +87,8 @@ class Marking final : public QTranslator {
   }
 };
 
-TEST_F(MessageText, isKnownForWhateverTheCoreSays) {
+TEST(MessageText, isKnownForWhateverTheCoreSays) {
+  const OffscreenApplication application;
   Marking marking;
   QCoreApplication::installTranslator(&marking);
   using namespace PasteMessages;

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemModelTester>
-#include <QCoreApplication>
 #include <QFile>
 #include <QImage>
 #include <QSignalSpy>
@@ -10,6 +9,7 @@
 #include <numeric>
 #include <string>
 
+#include "OffscreenApplication.h"
 #include "QuilloApp/Interface/MainLoop.h"
 #include "QuilloApp/Interface/QtThumbnailDecoder.h"
 #include "QuilloApp/Interface/Thumbnails.h"
@@ -97,10 +97,7 @@ class ArtifactListTest : public testing::Test {
     return rowsOfLibrary(artifacts);
   }
 
-  int argumentCount_ = 1;
-  char name_[5] = "test";
-  char* arguments_[2] = {name_, nullptr};
-  QCoreApplication application_{argumentCount_, arguments_};
+  OffscreenApplication application_;
   MainLoop loop_;
   WorkerPool workers_;
   QtThumbnailDecoder decoder_;

@@ -1,8 +1,5 @@
-// Draws the library in every state and every look into the build folder, for people to look at. Fails when a state
-// cannot be shown.
+// Draws the library in every state, for people to look at. Fails when a state cannot be shown.
 
-#include <QComboBox>
-#include <QDir>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
@@ -12,80 +9,20 @@
 #include <string>
 
 #include "LibraryWindowFixture.h"
+#include "Pictures.h"
 #include "QuilloApp/Library/QuickLook.h"
 
 namespace quillo::test {
 namespace {
 
-constexpr int quickly = 80;  ///< how little to compress pictures, of 100
-
-struct Look {
-  const char* name;
-  QColor window, base, text, button, highlight, highlightedText, placeholder;
-};
-
-const Look dark{"dark", 0x2b2d30, 0x1e1f22, 0xe6e6e6, 0x35373b, 0x2f65ca, 0xffffff, 0x8f9297};
-const Look contrast{"contrast", Qt::black, Qt::black, Qt::white, Qt::black, Qt::yellow, Qt::black, Qt::white};
-
-QPalette paletteOf(const Look& look) {
-  QPalette palette(look.button, look.window);
-  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-    palette.setColor(role, look.text);
-    palette.setColor(QPalette::Disabled, role, look.placeholder);
-  }
-  palette.setColor(QPalette::Base, look.base);
-  palette.setColor(QPalette::AlternateBase, look.window);
-  palette.setColor(QPalette::Highlight, look.highlight);
-  palette.setColor(QPalette::HighlightedText, look.highlightedText);
-  palette.setColor(QPalette::PlaceholderText, look.placeholder);
-  return palette;
-}
-
 class LibraryPictures : public LibraryWindowFixture, public testing::WithParamInterface<int> {
- public:
-  ~LibraryPictures() override {
-    QApplication::setPalette(QPalette());
-    QApplication::setLayoutDirection(Qt::LeftToRight);
-  }
-
  protected:
   LibraryPictures() : LibraryWindowFixture(GetParam()) {}
 
-  /// In each look, from right to left, and as small as the window is to be usable.
-  void draw(QWidget& widget, const std::string& state) {
-    const QPalette light = QApplication::palette();
-    const QSize usual = widget.size();
-    save(widget, state + "-light");
-    for (const Look& look : {dark, contrast}) {
-      QApplication::setPalette(paletteOf(look));
-      save(widget, state + "-" + look.name);
-    }
-    QApplication::setPalette(light);
-    if (GetParam() > 1) return;
-    QApplication::setLayoutDirection(Qt::RightToLeft);
-    save(widget, state + "-right-to-left");
-    QApplication::setLayoutDirection(Qt::LeftToRight);
-    widget.resize(900, 600);
-    save(widget, state + "-small");
-    widget.resize(usual);
-    settlePaint();
+  static void draw(QWidget& widget, const std::string& state) {
+    drawPictures(widget, "library-" + state, {GetParam()});
   }
   void draw(const std::string& state) { draw(*window, state); }
-
- private:
-  static void settlePaint() {
-    for (int turn = 0; turn < 3; ++turn) QApplication::processEvents();
-  }
-
-  static void save(QWidget& widget, const std::string& name) {
-    settlePaint();
-    const std::string folder = QUILLO_PICTURE_FOLDER;
-    std::filesystem::create_directories(folder);
-    const std::string path = folder + "/library-" + name + (GetParam() == 2 ? "-2x" : "") + ".png";
-    const QPixmap picture = widget.grab();
-    EXPECT_EQ(widget.size() * GetParam(), picture.size());
-    EXPECT_TRUE(picture.save(QString::fromStdString(path), "PNG", quickly)) << path;
-  }
 };
 
 TEST_P(LibraryPictures, withoutCaptures) {
@@ -108,6 +45,10 @@ TEST_P(LibraryPictures, withSome) {
   list().setFocus();
   press(Qt::Key_Home);
   draw("selected");
+  const QSize usual = window->size();
+  window->resize(900, 600);
+  draw("smallest");
+  window->resize(usual);
   press(Qt::Key_Down, Qt::ShiftModifier);
   press(Qt::Key_Down, Qt::ShiftModifier);
   draw("several");

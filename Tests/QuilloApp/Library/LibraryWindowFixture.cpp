@@ -3,9 +3,7 @@
 #include <QPainter>
 #include <QTest>
 #include <array>
-#include <cstdlib>
 
-#include "QuilloApp/Interface/ContrastStyle.h"
 #include "QuilloApp/Library/FeedPane.h"
 
 namespace quillo::test {
@@ -25,24 +23,14 @@ void writeScreenshot(const std::filesystem::path& path, int number) {
 
 }  // namespace
 
-LibraryWindowFixture::LibraryWindowFixture(int pixelsPerPoint)
-    : application_(argumentCount_, arguments(pixelsPerPoint)) {
+LibraryWindowFixture::LibraryWindowFixture(int pixelsPerPoint) : application_(QLocale::English, pixelsPerPoint) {
   wallClock.present = Date(std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now()));
-  QApplication::setStyle(new ContrastStyle(QStringLiteral("Fusion")));
 }
 
 LibraryWindowFixture::~LibraryWindowFixture() {
   window.reset();
   decodes_.cancelAll();
   decoding_.runUntil([&] { return decodes_.isEmpty(); }, std::chrono::seconds(10));
-}
-
-char** LibraryWindowFixture::arguments(int pixelsPerPoint) {
-  ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
-  ::setenv("QT_SCALE_FACTOR", std::to_string(pixelsPerPoint).c_str(), 1);
-  static char name[] = "test";
-  static char* texts[] = {name, nullptr};
-  return texts;
 }
 
 UUID LibraryWindowFixture::storeOf(const std::string& application, const std::string& title, int minutesAgo) {

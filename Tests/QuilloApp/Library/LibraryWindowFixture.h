@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QApplication>
 #include <QString>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "ModelFixture.h"
+#include "OffscreenApplication.h"
 #include "QuilloApp/Interface/MainLoop.h"
 #include "QuilloApp/Interface/QtThumbnailDecoder.h"
 #include "QuilloApp/Interface/Thumbnails.h"
@@ -49,10 +49,7 @@ class LibraryWindowFixture : public ModelFixture {
   std::vector<UUID> ids;
 
  private:
-  static char** arguments(int pixelsPerPoint);
-
-  int argumentCount_ = 1;
-  QApplication application_;
+  OffscreenApplication application_;
   MainLoop decoding_;
   WorkerPool workers_;
   QtThumbnailDecoder decoder_;

@@ -37,7 +37,7 @@ TEST_F(TrashFlowTest, tellsHowManyWereMoved) {
 }
 
 TEST_F(TrashFlowTest, tellsHowManyCouldNotBeMoved) {
-  trash.immovable = {ids[1].text() + ".quillo"};
+  immovable = {ids[1].text() + ".quillo"};
   moveToTrash({0, 1, 2});
   EXPECT_EQ(activity(), "failure: Moved 2 to Trash; 1 could not be moved");
   EXPECT_THAT(titles(), ElementsAre("b", "d"));
@@ -78,7 +78,7 @@ TEST_F(TrashFlowTest, theLastMoveCanBeUndoneOnce) {
   EXPECT_EQ(activity(), "success: 2 artifacts put back from Trash") << "nothing is left to undo";
 
   moveToTrash({0});
-  trash.immovable = {ids[1].text() + ".quillo"};
+  immovable = {ids[1].text() + ".quillo"};
   moveToTrash({1});
   undo();
   EXPECT_EQ(activity(), "success: Artifact put back from Trash") << "a move that moved nothing is not undone";
@@ -94,7 +94,7 @@ TEST_F(TrashFlowTest, undoingReplacesNothingAndSaysWhatIsGone) {
                             ids[0].text() + " already exists.");
   EXPECT_TRUE(std::filesystem::is_empty(repository.bundlePath(ids[0])));
 
-  trash.tellsPlace = false;
+  trashTellsPlace = false;
   moveToTrash({3});
   EXPECT_EQ(state().undoableTrashCount, 0U);
 }

@@ -1,46 +1,21 @@
-#include "QuilloApp/Interface/ContrastStyle.h"
-#include "QuilloApp/Interface/Translations.h"
 #include "QuilloApp/Setup/SetupWindow.h"
 
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
 #include <QAccessible>
-#include <QApplication>
 #include <QLabel>
-#include <QStyle>
-#include <filesystem>
-#include <functional>
-#include <optional>
 #include <set>
 
 #include "ModelFixture.h"
+#include "OffscreenApplication.h"
+#include "Pictures.h"
 #include "QuilloApp/Model/QuilloUpdateController.h"
 #include "QuilloApp/Setup/PracticeWindow.h"
 #include "QuilloCore/Concurrency/TaskGroup.h"
 
 namespace quillo::test {
 namespace {
-
-/// The application object, which draws into memory. It ends before the program does: the toolkit's own devices need it.
-class OffscreenApplication : public testing::Environment {
- public:
-  void SetUp() override {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    application_.emplace(argumentCount_, arguments_);
-    QApplication::setStyle(new ContrastStyle);
-    installTranslations(QLocale::English);
-  }
-  void TearDown() override { application_.reset(); }
-
- private:
-  int argumentCount_ = 1;
-  char name_[11] = "SetupTests";           // NOLINT(*-avoid-c-arrays): what the toolkit wants
-  char* arguments_[2] = {name_, nullptr};  // NOLINT(*-avoid-c-arrays)
-  std::optional<QApplication> application_;
-};
-
-const testing::Environment* const environment = testing::AddGlobalTestEnvironment(new OffscreenApplication);
 
 class SetupWindowTest : public ModelFixture {
  public:
@@ -71,6 +46,8 @@ class SetupWindowTest : public ModelFixture {
 
   void completeGuide() { preferences.setInteger("onboardingVersion", 1); }
 
+  const SoftwarePackage newer{.identifier = "n", .name = "quillo", .architecture = {}, .version = "0.2.0"};
+  OffscreenApplication application;
   TaskGroup tasks{loop.executor()};
   std::unique_ptr<SetupWindow> window;
 };
@@ -88,7 +65,7 @@ TEST_F(SetupWindowTest, theSettingsShowTheStateAndChangeIt) {
   EXPECT_EQ(text("updateStatus"), "Quillo is up to date.");
   click("downloadsAutomatically");
   EXPECT_EQ(preferences.data("automaticUpdateDownloads"), "true");
-  softwareUpdates.update = SoftwarePackage{.identifier = "n", .name = "quillo", .architecture = {}, .version = "0.2.0"};
+  softwareUpdates.update = newer;
   click("checkForUpdates");
   EXPECT_EQ(text("updateStatus"), "Quillo 0.2.0 is downloaded and can be installed.");
   click("updateAction");
@@ -124,7 +101,7 @@ TEST_F(SetupWindowTest, everyControlHasANameAndNoMnemonicMeansTwoThings) {
   };
   completeGuide();
   permissions.granted = {};
-  softwareUpdates.update = SoftwarePackage{.identifier = "n", .name = "quillo", .architecture = {}, .version = "0.2.0"};
+  softwareUpdates.update = newer;
   open();
   check("settings, with an update");
   permissions.granted = {.screenRecordingGranted = true, .accessibilityGranted = true};
@@ -138,51 +115,10 @@ TEST_F(SetupWindowTest, everyControlHasANameAndNoMnemonicMeansTwoThings) {
   check("capture");
 }
 
-/// Draws each state of the window in each look, to be looked at.
+/// Draws each state of the window, to be looked at.
 class SetupPictures : public SetupWindowTest {
  protected:
-  using Look = std::pair<const char*, QPalette>;
-
-  static QPalette palette(QRgb window, QRgb base, QRgb text, QRgb button, QRgb accent, QRgb disabled) {
-    QPalette made{QColor(button), QColor(window)};
-    made.setColor(QPalette::Base, QColor(base));
-    made.setColor(QPalette::AlternateBase, QColor(window));
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-      made.setColor(role, QColor(text));
-      made.setColor(QPalette::Disabled, role, QColor(disabled));
-    }
-    made.setColor(QPalette::PlaceholderText, QColor(disabled));
-    made.setColor(QPalette::Highlight, QColor(accent));
-    return made;
-  }
-  static std::vector<Look> looks() {
-    return {{"light", QApplication::style()->standardPalette()},
-            {"dark", palette(0x2b2b2b, 0x1e1e1e, 0xf0f0f0, 0x3a3a3a, 0x3584e4, 0x808080)},
-            {"contrast", palette(0x000000, 0x000000, 0xffffff, 0x000000, 0xffff00, 0xc0c0c0)}};
-  }
-
-  /// Every look, at one and at two pixels a point, and from right to left.
-  static void draw(QWidget& shown, const std::string& state) {
-    std::filesystem::create_directories(QUILLO_PICTURES);
-    const QPalette before = QApplication::palette();
-    const auto save = [&](const std::string& look, int scale) {
-      QApplication::processEvents();
-      QPixmap pixmap(shown.size() * scale);
-      pixmap.setDevicePixelRatio(scale);
-      shown.render(&pixmap);
-      const std::string path = std::string(QUILLO_PICTURES) + "/setup-" + state + "-" + look + ".png";
-      EXPECT_TRUE(pixmap.save(QString::fromStdString(path))) << path;
-    };
-    for (const auto& [name, colors] : looks()) {
-      QApplication::setPalette(colors);
-      save(name, 1);
-      save(std::string(name) + "-2x", 2);
-    }
-    QApplication::setPalette(before);
-    QApplication::setLayoutDirection(Qt::RightToLeft);
-    save("right-to-left", 1);
-    QApplication::setLayoutDirection(Qt::LeftToRight);
-  }
+  static void draw(QWidget& shown, const std::string& state) { drawPictures(shown, "setup-" + state); }
 };
 
 TEST_F(SetupPictures, settings) {
@@ -205,7 +141,7 @@ TEST_F(SetupPictures, settingsWithTrouble) {
 
 TEST_F(SetupPictures, settingsWithAnUpdate) {
   completeGuide();
-  softwareUpdates.update = SoftwarePackage{.identifier = "n", .name = "quillo", .architecture = {}, .version = "0.2.0"};
+  softwareUpdates.update = newer;
   open();
   click("captureShortcut");
   draw(*window, "update");

@@ -27,13 +27,15 @@ ArtifactProjection fakeProjection();
 class CountingUUIDGenerator final : public UUIDGenerating {
  public:
   UUID makeUUID() override {
+    ++count_;
     UUID id;
-    id.bytes[15] = ++count_;
+    id.bytes[14] = static_cast<std::uint8_t>(count_ >> 8U);
+    id.bytes[15] = static_cast<std::uint8_t>(count_);
     return id;
   }
 
  private:
-  std::uint8_t count_ = 0;
+  std::uint16_t count_ = 0;
 };
 
 /// Does what it is told.

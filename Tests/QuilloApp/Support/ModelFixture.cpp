@@ -1,38 +1,13 @@
 #include "ModelFixture.h"
 
+#include <algorithm>
 #include <chrono>
-#include <system_error>
 
 #include "QuilloCore/Semantics/InterfaceObservationProcessor.h"
+#include "Tests/Support/CaptureOfLetter.h"
 #include "Tests/Support/SnapshotBuilder.h"
 
 namespace quillo::test {
-namespace {
-
-FrozenContextCaptureTarget frozenLetter() {
-  FrozenContextCaptureTarget target;
-  target.windowID = 11;
-  target.processIdentifier = 400;
-  target.applicationName = "Editor";
-  target.windowTitle = "Letter";
-  target.windowFrame = {.x = 1, .y = 2, .width = 300, .height = 200};
-  target.frozenAt = Date(std::chrono::seconds(1'700'000'000));
-  return target;
-}
-
-WindowScreenshotCapture screenshotOfLetter() {
-  WindowScreenshotCapture capture;
-  capture.pngData = "png of the letter";
-  capture.window.windowID = 11;
-  capture.window.processIdentifier = 400;
-  capture.window.applicationName = "Editor";
-  capture.window.title = "Letter";
-  capture.window.frame = {.x = 1, .y = 2, .width = 300, .height = 200};
-  return capture;
-}
-
-}  // namespace
-
 FakeCaptureTargets::FakeCaptureTargets() : answer(frozenLetter()) {}
 
 Task<bool> FakePermissions::request(ContextCapturePermission permission) {
@@ -42,31 +17,15 @@ Task<bool> FakePermissions::request(ContextCapturePermission permission) {
   co_return true;
 }
 
-std::optional<std::filesystem::path> FakeTrash::moveToTrash(const std::filesystem::path& path) {
-  for (const std::string& name : immovable) {
-    if (path.filename() == name) throw TrashError("it is nailed down");
-  }
-  const std::filesystem::path trashed = place_.path() / path.filename();
-  std::filesystem::rename(path, trashed);
-  return tellsPlace ? std::optional(trashed) : std::nullopt;
-}
-
-void FakeTrash::restore(const std::filesystem::path& trashed, const std::filesystem::path& original) {
-  std::error_code failure;
-  std::filesystem::rename(trashed, original, failure);
-  if (failure) throw TrashError("it is no longer in the Trash");
-}
-
-UUID CountingUUIDs::makeUUID() {
-  UUID id;
-  ++count_;
-  id.bytes[14] = static_cast<std::uint8_t>(count_ >> 8U);
-  id.bytes[15] = static_cast<std::uint8_t>(count_);
-  return id;
-}
-
 ModelFixture::ModelFixture()
     : screenshot(screenshotOfLetter()), snapshot(makeSnapshot("window 'Letter'\n  button 'Send'")) {
+  trash.action = [this](const std::filesystem::path& path) {
+    if (std::ranges::find(immovable, path.filename().string()) != immovable.end())
+      throw TrashError("it is nailed down");
+    const std::filesystem::path trashed = trashFolder.path() / path.filename();
+    std::filesystem::rename(path, trashed);
+    return trashTellsPlace ? std::optional(trashed) : std::nullopt;
+  };
   ContextCaptureOperations operations;
   operations.permissionProvider = [this] { return permissions.granted; };
   operations.screenshotOperation = [this](const WindowCaptureTarget& /*target*/) { return screenshot.give(); };

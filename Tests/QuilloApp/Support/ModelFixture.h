@@ -12,8 +12,9 @@
 #include <utility>
 #include <vector>
 
+#include "ArtifactFixtures.h"
 #include "FaultyFileSystem.h"
-#include "QuilloApp/Model/CaptureHeadsUpPanel.h"
+#include "PlatformFakes.h"
 #include "QuilloApp/Model/QuilloModel.h"
 #include "QuilloCore/Artifacts/ArtifactRepository.h"
 #include "QuilloCore/Capture/ContextCaptureService.h"
@@ -88,84 +89,12 @@ class FakePermissions final : public CapturePermissions {
   ContextCapturePermissionState granted{.screenRecordingGranted = true, .accessibilityGranted = true};
 };
 
-/// Notes what it shows, as "progress Letter", "success Letter: 1 element, complete", "failure …", "hide".
-class FakeHeadsUpPanel final : public CaptureHeadsUpPanel {
- public:
-  void showProgress(const CaptureNotice& notice) override { log.push_back("progress " + notice.title); }
-  void showSuccess(const CaptureNotice& notice) override {
-    log.push_back("success " + notice.title + ": " + notice.detail);
-  }
-  void showFailure(const CaptureFailureNotice& notice) override {
-    log.push_back("failure " + notice.message + (notice.remedy ? " (" + *notice.remedy + ")" : ""));
-  }
-  void hide() override { log.emplace_back("hide"); }
-
-  std::vector<std::string> log;
-};
-
-class FakePasteDestination final : public PasteDestination {
- public:
-  Task<bool> isPermitted(AccessibilityTrustPrompt /*prompt*/) override { co_return isAllowed; }
-  Task<std::optional<std::int32_t>> frontmostProcessIdentifier() override { co_return frontmost; }
-  Task<std::expected<FrozenPasteTarget, PasteTargetFreezeError>> resolveTarget(
-      std::int32_t processIdentifier, AccessibilityTrustPrompt /*prompt*/) override {
-    frozen.push_back(processIdentifier);
-    co_return resolution;
-  }
-  Task<bool> isCurrent(FrozenPasteTarget /*target*/) override { co_return hasFocus; }
-  Task<PasteKeystrokeResult> sendPaste(FrozenPasteTarget /*target*/) override {
-    if (onPaste) onPaste();
-    co_return keystroke;
-  }
-
-  bool isAllowed = true;
-  bool hasFocus = true;
-  std::optional<std::int32_t> frontmost = 500;
-  std::expected<FrozenPasteTarget, PasteTargetFreezeError> resolution = FrozenPasteTarget{};
-  PasteKeystrokeResult keystroke = PasteKeystrokeResult::sent;
-  std::function<void()> onPaste;
-  std::vector<std::int32_t> frozen;  ///< the processes in which a destination was frozen
-};
-
-class FakeModifiers final : public PhysicalModifierFlagsProviding {
- public:
-  PhysicalModifierFlags physicalModifierFlags() override { return held; }
-  PhysicalModifierFlags held;
-};
-
-class FakeFileManager final : public ArtifactRevealing {
- public:
-  void reveal(const std::filesystem::path& bundlePath) override { revealed.push_back(bundlePath.filename().string()); }
-  std::vector<std::string> revealed;
-};
-
 class FakeLibraryMeasuring final : public LibraryMeasuring {
  public:
   std::filesystem::path libraryPath() const override { return "/library"; }
   Task<LibraryUsage> measure() override { return answer.give(); }
 
   Answer<LibraryUsage> answer{LibraryUsage{.captureCount = 2, .byteCount = 3000}};
-};
-
-class FakeTrash final : public TrashOperation {
- public:
-  /// Moves the bundle to a directory of its own, unless the test says that it cannot be moved.
-  std::optional<std::filesystem::path> moveToTrash(const std::filesystem::path& path) override;
-  void restore(const std::filesystem::path& trashed, const std::filesystem::path& original) override;
-
-  std::vector<std::string> immovable;  ///< names of bundles
-  bool tellsPlace = true;
-
- private:
-  TemporaryDirectory place_;
-};
-
-class CountingUUIDs final : public UUIDGenerating {
- public:
-  UUID makeUUID() override;
-
- private:
-  std::uint16_t count_ = 0;
 };
 
 /// The model on a loop and a clock that stand still until a test moves them, with a real library in a directory of its
@@ -190,11 +119,7 @@ class ModelFixture : public testing::Test {
   bool runUntil(const std::function<bool()>& condition) { return loop.runUntil(condition); }
   template <class T>
   T await(Task<T> task) {
-    auto outcome = std::make_shared<PendingResult<T>>();
-    detail::startResolving<T>(loop.executor(), outcome,
-                              [task = std::make_shared<Task<T>>(std::move(task))] { return std::move(*task); });
-    EXPECT_TRUE(loop.runUntil([&] { return outcome->isResolved(); }));
-    return outcome->take();
+    return loop.run(std::move(task));
   }
 
   const QuilloModelState& state() { return model->state(); }
@@ -204,11 +129,14 @@ class ModelFixture : public testing::Test {
   ArtifactManifest storedManifest(const UUID& id) { return outsideStore.load(id).stored.manifest; }
 
   TemporaryDirectory folder;
+  TemporaryDirectory trashFolder;
   FaultyFileSystem files;
   PosixFileSystem outsideFiles;
   FakeTrash trash;
+  std::vector<std::string> immovable;  ///< names of bundles that the Trash does not take
+  bool trashTellsPlace = true;
   FixedWallClock wallClock;
-  CountingUUIDs identifiers;
+  CountingUUIDGenerator identifiers;
   ArtifactStore outsideStore{
       folder.path(), {outsideFiles, trash, wallClock, identifiers}, ArtifactProjection::standard()};
 
