@@ -141,22 +141,6 @@ TEST(ArtifactBundleLayout, namesBundlesByTheirIdentifier) {
     EXPECT_FALSE(ArtifactBundleLayout::isBundleName(name)) << name;
 }
 
-TEST(ArtifactRepositoryError, saysWhichArtifactAndWhy) {
-  const UUID id = *UUID::parse(secondID);
-  const std::vector<std::pair<Error::Case, std::string>> cases = {
-      {Error::ArtifactAlreadyExists{id}, "An artifact with ID FB000000-0000-4000-8000-000000000002 already exists."},
-      {Error::ArtifactNotFound{id}, "No artifact exists with ID FB000000-0000-4000-8000-000000000002."},
-      {Error::InvalidBundleLayout{id},
-       "Artifact FB000000-0000-4000-8000-000000000002 has an invalid or unsafe bundle layout."},
-      {Error::MissingAccessibilityEvidence{id},
-       "Artifact FB000000-0000-4000-8000-000000000002 references neither canonical nor legacy Accessibility evidence."},
-      {Error::UnsupportedSchema{7}, "Artifact schema version 7 is not supported."},
-      {Error::CouldNotMoveArtifactToTrash{id, "no room"},
-       "Artifact FB000000-0000-4000-8000-000000000002 could not be moved to the Trash: no room"},
-  };
-  for (const auto& [error, message] : cases) EXPECT_EQ(message, Error(error).errorDescription());
-}
-
 TEST(ArtifactPasteTextRenderer, putsTheSourceBeforeWhatWasSeen) {
   EXPECT_EQ(
       "# Quillo capture: Inbox\n"

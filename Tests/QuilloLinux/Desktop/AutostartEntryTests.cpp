@@ -3,22 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <fstream>
-#include <sstream>
 #include <string>
 
 #include "QuilloCore/Artifacts/PosixFileSystem.h"
+#include "Tests/Support/GoldenFile.h"
 #include "Tests/Support/TemporaryDirectory.h"
 
 namespace quillo::test {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string contentsOf(const fs::path& file) {
-  std::ifstream stream(file);
-  return (std::ostringstream() << stream.rdbuf()).str();
-}
 
 TEST(AutostartEntry, isWrittenAndTakenAway) {
   const TemporaryDirectory temporary;
@@ -34,8 +28,8 @@ TEST(AutostartEntry, isWrittenAndTakenAway) {
 
   entry.setEnabled(true);
   EXPECT_TRUE(entry.isEnabled());
-  EXPECT_NE(contentsOf(file).find(R"(Exec="/opt/a b/100%%/\\$q\\"\\\\/quillo-app" --background)"), std::string::npos)
-      << contentsOf(file);
+  EXPECT_NE(readFile(file).find(R"(Exec="/opt/a b/100%%/\\$q\\"\\\\/quillo-app" --background)"), std::string::npos)
+      << readFile(file);
   EXPECT_EQ(std::system(("desktop-file-validate '" + file.string() + "'").c_str()), 0);
   EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
 
@@ -51,13 +45,13 @@ TEST(AutostartEntry, desktopMaySwitchItOff) {
   RandomUUIDGenerator identifiers;
   AutostartEntry entry(fileSystem, identifiers, "quillo-app", temporary.path());
   entry.setEnabled(true);
-  const std::string enabled = contentsOf(file);
+  const std::string enabled = readFile(file);
   for (const std::string line : {"Hidden=true", "Hidden = true\nIcon=x", "X-GNOME-Autostart-enabled=false"}) {
     writeFile(file, enabled + line);
     EXPECT_FALSE(entry.isEnabled()) << line;
     entry.setEnabled(true);
     EXPECT_TRUE(entry.isEnabled()) << line;
-    EXPECT_EQ(contentsOf(file), enabled) << line;
+    EXPECT_EQ(readFile(file), enabled) << line;
   }
 }
 

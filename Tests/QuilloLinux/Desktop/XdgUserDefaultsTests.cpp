@@ -5,13 +5,11 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <fstream>
-#include <sstream>
 #include <string>
-#include <vector>
 
 #include "InMemoryFileSystem.h"
 #include "QuilloCore/Artifacts/PosixFileSystem.h"
+#include "Tests/Support/GoldenFile.h"
 #include "Tests/Support/TemporaryDirectory.h"
 #include "Tests/Support/UserDefaultsContract.h"
 
@@ -22,16 +20,7 @@ namespace fs = std::filesystem;
 
 class XdgUserDefaultsFile : public testing::Test {
  protected:
-  std::string contents() const {
-    std::ifstream stream(file);
-    return (std::ostringstream() << stream.rdbuf()).str();
-  }
-
-  std::vector<std::string> names() const {
-    std::vector<std::string> found;
-    for (const auto& entry : fs::directory_iterator(folder)) found.push_back(entry.path().filename());
-    return found;
-  }
+  std::string contents() const { return readFile(file); }
 
   static unsigned modeOf(const fs::path& path) {
     struct stat status{};
@@ -70,7 +59,7 @@ TEST_F(XdgUserDefaultsFile, isReadableAndPrivate) {
 )");
   EXPECT_EQ(modeOf(file), 0600U);
   EXPECT_EQ(modeOf(folder), 0700U);
-  EXPECT_EQ(names(), std::vector<std::string>{"preferences.json"});
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
 }
 
 TEST_F(XdgUserDefaultsFile, othersChangesCountAndAreKept) {
@@ -113,8 +102,7 @@ TEST_F(XdgUserDefaultsFile, damagedFileIsPutAsideBeforeItIsReplaced) {
     EXPECT_EQ(defaults.integer("a"), 1) << damaged;
     EXPECT_EQ(defaults.problem(), std::nullopt) << damaged;
     ASSERT_TRUE(defaults.damagedFile().has_value());
-    std::ifstream aside(*defaults.damagedFile());
-    EXPECT_EQ((std::ostringstream() << aside.rdbuf()).str(), damaged);
+    EXPECT_EQ(readFile(*defaults.damagedFile()), damaged);
   }
 }
 
@@ -138,47 +126,35 @@ TEST_F(XdgUserDefaultsFile, whatIsNotOursToReplaceIsLeftAlone) {
   EXPECT_FALSE(fs::exists(file));
 }
 
-/// Every step of a change fails once: the old settings or the new ones are there afterwards, and nothing else is.
-TEST(XdgUserDefaults, failedChangeLeavesTheOldSettings) {
+/// At every step of a change the disk is full once, or the power is cut: afterwards the old settings or the new ones
+/// are there.
+TEST(XdgUserDefaults, interruptedChangeLeavesTheOldOrTheNewSettings) {
+  const fs::path folder = "/home/.config/Quillo";
   RandomUUIDGenerator identifiers;
-  for (int step = 1;; ++step) {
-    InMemoryFileSystem fileSystem;
-    XdgUserDefaults defaults(fileSystem, identifiers, "/home/.config/Quillo");
-    defaults.setInteger("a", 1);
-    fileSystem.failAt(step, ENOSPC);
-    bool hasFailed = false;
-    try {
-      defaults.setInteger("a", 2);
-    } catch (const FileSystemError& error) {
-      hasFailed = error.isSystemFailure(ENOSPC);
-    }
-    if (!hasFailed) {
-      EXPECT_GT(step, 4);
-      EXPECT_EQ(defaults.integer("a"), 2);
-      break;
-    }
-    const auto value = defaults.integer("a");
-    EXPECT_TRUE(value == 1 || value == 2) << step;
-    EXPECT_EQ(fileSystem.openDirectory("/home/.config/Quillo")->entries().size(), 1U) << step;
-  }
-}
-
-TEST(XdgUserDefaults, powerCutLeavesTheOldOrTheNewSettings) {
-  RandomUUIDGenerator identifiers;
-  for (int step = 1; step <= 8; ++step) {
-    for (std::uint64_t seed = 0; seed < 16; ++seed) {
+  for (const int errorNumber : {ENOSPC, 0}) {
+    bool wasInterrupted = true;
+    for (int step = 1; wasInterrupted; ++step) {
       InMemoryFileSystem fileSystem;
-      XdgUserDefaults defaults(fileSystem, identifiers, "/home/.config/Quillo");
+      XdgUserDefaults defaults(fileSystem, identifiers, folder);
       defaults.setInteger("a", 1);
-      fileSystem.failAt(step, 0);
+      fileSystem.failAt(step, errorNumber);
+      wasInterrupted = false;
       try {
         defaults.setInteger("a", 2);
+        EXPECT_GT(step, 4);
+        EXPECT_EQ(defaults.integer("a"), 2);
+      } catch (const FileSystemError& error) {
+        wasInterrupted = error.isSystemFailure(ENOSPC);
+        EXPECT_EQ(fileSystem.openDirectory(folder)->entries().size(), 1U) << "the draft is gone, step " << step;
       } catch (const PowerCut&) {
+        wasInterrupted = true;
       }
-      InMemoryFileSystem afterwards = fileSystem.afterPowerCut(seed);
-      const XdgUserDefaults found(afterwards, identifiers, "/home/.config/Quillo");
-      const auto value = found.integer("a");
-      EXPECT_TRUE(value == 1 || value == 2) << "step " << step << ", seed " << seed;
+      for (std::uint64_t seed = 0; seed < 16; ++seed) {
+        InMemoryFileSystem afterwards =
+            errorNumber == 0 ? fileSystem.afterPowerCut(seed) : fileSystem.afterProcessDeath();
+        const auto value = XdgUserDefaults(afterwards, identifiers, folder).integer("a");
+        EXPECT_TRUE(value == 2 || (wasInterrupted && value == 1)) << "step " << step << ", seed " << seed;
+      }
     }
   }
 }

@@ -82,31 +82,11 @@ class PackageKitUpdatesTest : public testing::Test {
     return {.program = "/usr/bin/quillo-app", .busAddress = address, .limits = {.answer = limit, .silence = limit}};
   }
 
-  /// What the operation yields, or throws.
-  template <class T>
-  Outcome<T> outcome(Task<T> task) {
-    auto result = std::make_shared<PendingResult<T>>();
-    detail::startResolving<T>(loop.executor(), result,
-                              [task = std::make_shared<Task<T>>(std::move(task))] { return std::move(*task); });
-    EXPECT_TRUE(loop.runUntil([&] { return result->isResolved(); }));
-    try {
-      if constexpr (std::is_void_v<T>) {
-        result->take();
-        return {};
-      } else {
-        return result->take();
-      }
-    } catch (...) {
-      return std::unexpected(std::current_exception());
-    }
-  }
-
   template <class T>
   std::optional<Error> errorOf(Task<T> task) {
-    const Outcome<T> result = outcome(std::move(task));
-    if (result) return std::nullopt;
     try {
-      std::rethrow_exception(result.error());
+      loop.run(std::move(task));
+      return std::nullopt;
     } catch (const Error& error) {
       return error;
     }
@@ -122,10 +102,10 @@ class PackageKitUpdatesTest : public testing::Test {
 TEST_F(PackageKitUpdatesTest, findsDownloadsAndInstallsTheUpdateOfItsOwnPackage) {
   PackageService service("update");
   PackageKitUpdates updates(at(service.address));
-  EXPECT_EQ(outcome(updates.installedPackage()).value(), installed);
-  EXPECT_EQ(outcome(updates.findUpdate(installed, UpdateAttendance::user)).value(), update);
-  EXPECT_TRUE(outcome(updates.download(update, UpdateAttendance::unattended)));
-  EXPECT_TRUE(outcome(updates.install(update, UpdateAttendance::user)));
+  EXPECT_EQ(loop.run(updates.installedPackage()), installed);
+  EXPECT_EQ(loop.run(updates.findUpdate(installed, UpdateAttendance::user)), update);
+  loop.run(updates.download(update, UpdateAttendance::unattended));
+  loop.run(updates.install(update, UpdateAttendance::user));
   const std::string unattended = "SetHints(['background=true', 'interactive=false'],)";
   const std::string attended = "SetHints(['background=false', 'interactive=true'],)";
   EXPECT_THAT(service.readLines(10),
@@ -137,9 +117,7 @@ TEST_F(PackageKitUpdatesTest, findsDownloadsAndInstallsTheUpdateOfItsOwnPackage)
 TEST_F(PackageKitUpdatesTest, theNewestVersionHasNoUpdate) {
   PackageService service("current");
   PackageKitUpdates updates(at(service.address));
-  const auto found = outcome(updates.findUpdate(installed, UpdateAttendance::unattended));
-  ASSERT_TRUE(found);
-  EXPECT_EQ(*found, std::nullopt);
+  EXPECT_EQ(loop.run(updates.findUpdate(installed, UpdateAttendance::unattended)), std::nullopt);
 }
 
 TEST_F(PackageKitUpdatesTest, whereThereIsNoneItSaysWhy) {
@@ -191,7 +169,7 @@ TEST_F(PackageKitUpdatesTest, cancellingReleasesTheCallerAndEndsTheWork) {
     });
     EXPECT_TRUE(loop.runUntil([&] { return isBegun; }));
     follower.join();
-    EXPECT_THROW(std::rethrow_exception(outcome(task.value()).error()), OperationCancelled);
+    EXPECT_THROW(loop.run(task.value()), OperationCancelled);
     EXPECT_EQ(silent.readLine(), "Cancel()");
   }
   EXPECT_LT(systemUptimeNanoseconds() - started, 20'000'000'000U) << "the end waits for the work, which has ended";
