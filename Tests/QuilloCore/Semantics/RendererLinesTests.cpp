@@ -1,8 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "QuilloCore/Semantics/InterfaceElementLine.h"
 #include "QuilloCore/Semantics/InterfaceObservationLLMRenderer.h"
 #include "Tests/Support/ObservationBuilder.h"
 #include "Tests/Support/RenderedSection.h"
@@ -79,6 +83,29 @@ TEST(RendererLines, primaryTextsAndValues) {
        "- image \"A\", value: \"" + std::string(512, 'A') + "\""},
       {"only invisible characters", "button '\u200B\u00AD' description='Go'", "- button \"Go\""},
   });
+}
+
+TEST(RendererLines, valuesOfEveryKind) {
+  const std::vector<std::pair<AccessibilityAttributeValue, std::string>> cases = {
+      {std::string("a\"b\n"), "\"a\\\"b\\n\""},
+      {true, "true"},
+      {std::int64_t{INT64_MIN}, "-9223372036854775808"},
+      {std::numeric_limits<double>::infinity(), "null"},
+      {std::numeric_limits<double>::quiet_NaN(), "null"},
+      {1e21, "1000000000000000000000"},
+      {2.25, "2.25"},
+      {-0.5, "-0.5"},
+      {1.00004, "1"},
+      {99.99996, "100"},
+      {ArtifactPoint{.x = 1, .y = -2.5}, "{x:1, y:-2.5}"},
+      {ArtifactSize{.width = 0.125, .height = 20}, "{width:0.125, height:20}"},
+      {ArtifactRect{.x = 0, .y = 1, .width = 10, .height = 0.33333}, "{x:0, y:1, width:10, height:0.3333}"},
+      {ArtifactTextRange{.location = 4, .length = 0}, "{location:4, length:0}"},
+      {std::vector<std::string>{"a", "", "c, d"}, "[\"a\", \"\", \"c, d\"]"},
+      {std::vector<std::string>{}, "[]"},
+      {RedactedValue{}, "<redacted>"},
+  };
+  for (const auto& [value, expected] : cases) EXPECT_EQ(renderedValue(value), expected);
 }
 
 TEST(RendererLines, details) {
