@@ -17,8 +17,13 @@ bool looksLikeClassName(std::string_view name) {
          std::ranges::count_if(name, isCapital) >= 2;
 }
 
-bool isClassName(const AtspiNodeRecord& record, AtspiToolkit toolkit) {
-  if (toolkit != AtspiToolkit::gtk4 || !looksLikeClassName(record.name)) return false;
+/// Whether the toolkit made up the name.
+bool isOfToolkit(const AtspiNodeRecord& record, AtspiToolkit toolkit) {
+  if (toolkit != AtspiToolkit::gtk4) return false;
+  // The toolkit's own names for every tab; the words that one reads stand inside.
+  if (record.role == AtspiRole::pageTab && record.name == "Tab") return true;
+  if (record.role == AtspiRole::pageTabList && record.name == "Tab list") return true;
+  if (!looksLikeClassName(record.name)) return false;
   // What one presses or reads may well be named so; a container or a field hardly.
   const bool isNamedByPeople = record.role == AtspiRole::label || record.role == AtspiRole::pushButton ||
                                record.role == AtspiRole::frame || record.role == AtspiRole::link;
@@ -46,7 +51,7 @@ AtspiNames accessibleNames(const AtspiNodeRecord& record, AtspiToolkit toolkit) 
                               collapsingWhiteSpace(record.name) == collapsingWhiteSpace(record.text->text.text);
   const bool isPlace = holdsParagraphs(record) && isCoordinates(record.name);
   const bool isChoice = isNamedByItsChoice(record, toolkit);
-  if (isClassName(record, toolkit) || repeatsOwnText || isPlace || isChoice) names.title.clear();
+  if (isOfToolkit(record, toolkit) || repeatsOwnText || isPlace || isChoice) names.title.clear();
 
   for (const std::string_view key : {"placeholder-text", "placeholder"}) {
     if (const std::string* placeholder = record.attribute(key); placeholder != nullptr && names.placeholder.empty()) {

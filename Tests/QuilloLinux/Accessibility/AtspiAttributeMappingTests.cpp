@@ -123,6 +123,7 @@ TEST(AtspiAttributeMapping, namesGoWhereTheyBelong) {
   EXPECT_EQ(valueOf(makeRecord(AtspiRole::label, "Words"), "AXTitle"), absent);
   EXPECT_EQ(valueOf(makeRecord(AtspiRole::entry, "GtkEntry"), "AXTitle", AtspiToolkit::gtk4), absent);
   EXPECT_EQ(valueOf(makeRecord(AtspiRole::entry, "GtkEntry"), "AXTitle", AtspiToolkit::gtk3), words("GtkEntry"));
+  EXPECT_EQ(valueOf(makeRecord(AtspiRole::pageTab, "Tab"), "AXTitle", AtspiToolkit::gtk4), absent);
   // An entry that is named by its own text has no name.
   EXPECT_EQ(valueOf(withText(makeRecord(AtspiRole::entry, "joe"), "joe", 3), "AXTitle"), absent);
 
