@@ -19,11 +19,7 @@ void addIdentifier(InterfaceElement& element, const AccessibilityNode& node, Int
                    std::string_view attribute) {
   auto text = readText(node, attribute);
   // Names that a toolkit generates change from run to run.
-  if (!text || text->starts_with("_NS:")) return;
-  InterfaceIdentifier identifier{kind, std::move(*text)};
-  if (std::ranges::find(element.identifiers, identifier) == element.identifiers.end()) {
-    element.identifiers.push_back(std::move(identifier));
-  }
+  if (text && !text->starts_with("_NS:")) element.identifiers.push_back({kind, std::move(*text)});
 }
 
 std::optional<bool> focusState(const AccessibilityNode& node, const InterfaceMappingContext& context) {

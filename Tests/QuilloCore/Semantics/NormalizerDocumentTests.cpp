@@ -64,7 +64,14 @@ TEST(NormalizerDocument, bareContainersUnderAnOwnerVanish) {
        "      button 'b'\n"
        "    group AXRoleDescription=part [disabled]\n"
        "    group AXRoleDescription=part AXDOMIdentifier=main\n"
-       "    list AXRoleDescription=part\n",
+       "    list AXRoleDescription=part\n"
+       "    foo AXRoleDescription=part AXRequired=true\n"
+       "    foo AXModal=true\n"
+       "    foo AXARIABusy=true\n"
+       "    foo AXInvalid=true\n"
+       "    foo AXEdited=true\n"
+       "    foo actions=AXPress\n"
+       "    foo AXRoleDescription=part AXVisited=true\n",
        "0 window\n"
        "  1 group roleDescription=\"part\"\n"
        "  2 webArea content=\"a\"\n"
@@ -72,7 +79,13 @@ TEST(NormalizerDocument, bareContainersUnderAnOwnerVanish) {
        "      7 button \"b\"\n"
        "    8 group !enabled roleDescription=\"part\"\n"
        "    9 section roleDescription=\"part\" #dom:main\n"
-       "    10 list roleDescription=\"part\"\n"},
+       "    10 list roleDescription=\"part\"\n"
+       "    11 unknown required roleDescription=\"part\"\n"
+       "    12 unknown modal\n"
+       "    13 unknown busy\n"
+       "    14 unknown invalid\n"
+       "    15 unknown edited\n"
+       "    16 unknown {press}\n"},
   });
 }
 

@@ -159,6 +159,7 @@ TEST(NormalizerGraph, rootIsTheApplicationOrSynthesized) {
        "0 window\n  1 button \"a\" {press?}\n"},
       {"the application", "application 'A'\n  window", "0 application \"A\"\n  1 window\n",
        "0 application \"A\"\n  1 window\n"},
+      {"a bare application", "application", "0 application\n", "0 application\n"},
       {"an application inside", "image\n  application 'A'", "- application\n  1 application \"A\"\n",
        "1 application \"A\"\n"},
       {"several top elements", "image\n  button 'a'\n  button 'b'",
@@ -230,6 +231,13 @@ TEST(NormalizerGraph, completenessCopiesTheCaptureAndCountsReferences) {
   EXPECT_EQ(observation.completeness, expected) << describe(observation);
   EXPECT_EQ(observation.observedAt, snapshot.capturedAt);
   EXPECT_EQ(observation.targetProcessIdentifier, 400);
+
+  // The account of a file that contradicts its nodes is handed on as it is.
+  snapshot.nodeCount = 12;
+  snapshot.wasTruncated = false;
+  expected.sourceNodeCount = 12;
+  expected.wasSourceTruncated = false;
+  EXPECT_EQ(normalize(snapshot, synthesizing).completeness, expected);
 }
 
 TEST(NormalizerGraph, firstOfTwoNodesWithOneIdCounts) {
@@ -251,6 +259,12 @@ TEST(NormalizerGraph, missingRootAndUnusualIdsAreNoTrouble) {
   EXPECT_EQ(rootless.completeness.unavailableGraphReferenceCount, 1);
   EXPECT_EQ(rootless.completeness.prunedNodeCount, 2);
 
+  snapshot.nodes[1].role = "AXGroup";
+  snapshot.nodes[1].attributes.clear();
+  snapshot.rootID = 1;
+  EXPECT_EQ(describe(normalize(snapshot, plain)), "1 group\n");
+
+  snapshot = makeSnapshot("window\n  button 'a'\n");
   snapshot.rootID = INT64_MIN;
   snapshot.nodes[0].id = INT64_MIN;
   snapshot.nodes[1].id = INT64_MAX;
