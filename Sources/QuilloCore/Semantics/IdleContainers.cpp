@@ -107,17 +107,26 @@ class IdleContainers {
   }
 
   Lines linesInside(ElementIndex element) {
-    Lines lines;
     const auto children = forest_.children(element);
+    silenceGroupsAmong(children, &IdleContainers::isToldByLines);
+    silenceGroupsAmong(children, &IdleContainers::isToldByPlace);
+    Lines lines;
+    for (const ElementForest::Child& child : children) append(lines, linesOf(child));
+    return lines;
+  }
+
+  using Rule = bool (IdleContainers::*)(const Lines& group, const Lines& before, const Lines& behind) const;
+
+  void silenceGroupsAmong(std::span<const ElementForest::Child> children, Rule rule) {
+    Lines before;
     for (std::size_t i = 0; i < children.size(); ++i) {
       const ElementIndex child = children[i].element;
       if (child != noElement && isGroupOfSeveral(child) &&
-          tellsItselfBetween(child, lines, nextLines(children.subspan(i + 1)))) {
+          (this->*rule)(inside_[child], before, nextLines(children.subspan(i + 1)))) {
         plan_.silentElementIDs.insert(child);
       }
-      append(lines, linesOf(children[i]));
+      append(before, linesOf(children[i]));
     }
-    return lines;
   }
 
   bool isGroupOfSeveral(ElementIndex element) const {
@@ -172,19 +181,24 @@ class IdleContainers {
     }
   }
 
-  /// Whether the lines themselves say where the group between `before` and `behind` begins and ends.
-  bool tellsItselfBetween(ElementIndex group, const Lines& before, const Lines& behind) const {
-    const Lines& lines = inside_[group];
-    if (lines.firstKind == headline && endsAtHeading(lines, behind)) return true;
-    if (!isBorderTold(before.lastKind, lines.firstKind) || !isBorderTold(lines.lastKind, behind.firstKind))
-      return false;
-    if ((lines.kinds & ~(proseText | proseLink)) == 0) return true;
+  static bool areBordersTold(const Lines& group, const Lines& before, const Lines& behind) {
+    return isBorderTold(before.lastKind, group.firstKind) && isBorderTold(group.lastKind, behind.firstKind);
+  }
+
+  /// Whether the lines of a section, or of text and links, say themselves where they begin and end.
+  bool isToldByLines(const Lines& group, const Lines& before, const Lines& behind) const {
+    if (group.firstKind == headline && endsAtHeading(group, behind)) return true;
+    return (group.kinds & ~(proseText | proseLink)) == 0 && areBordersTold(group, before, behind);
+  }
+
+  /// Whether a group of other lines is the only one in its place, and holds nothing together that would fall apart.
+  bool isToldByPlace(const Lines& group, const Lines& before, const Lines& behind) const {
     const bool isBesideGroup = isGroup(before.last) || isGroup(behind.first);
-    const bool mayExplain = (lines.kinds & control) != 0 && (lines.kinds & proseText) != 0;
+    const bool mayExplain = (group.kinds & control) != 0 && (group.kinds & proseText) != 0;
     // A heading at the end of a header titles what follows.
-    const bool endsOpenSection = lines.headingLevel != noHeading && lines.lastKind != headline && behind.count > 0 &&
-                                 headingAtBeginOf(behind) > lines.headingLevel;
-    return !isBesideGroup && !mayExplain && !endsOpenSection;
+    const bool endsOpenSection = group.headingLevel != noHeading && group.lastKind != headline && behind.count > 0 &&
+                                 headingAtBeginOf(behind) > group.headingLevel;
+    return areBordersTold(group, before, behind) && !isBesideGroup && !mayExplain && !endsOpenSection;
   }
 
   /// Whether a section that begins with a heading has none of the same rank inside, and ends where one follows.
