@@ -3,30 +3,21 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <utility>
 
 #include "QuilloCore/Concurrency/AsyncOperationDeadlineError.h"
 #include "QuilloCore/Concurrency/BlockingLoop.h"
 #include "QuilloCore/Concurrency/OperationCancelled.h"
 #include "QuilloCore/Concurrency/SerialQueue.h"
 #include "QuilloCore/Concurrency/SpawnedTask.h"
-#include "QuilloCore/Semantics/AccessibilitySemanticNormalizer.h"
 #include "QuilloCore/Semantics/InterfaceObservationLLMRenderer.h"
 #include "Tests/Support/Gate.h"
+#include "Tests/Support/ObservationText.h"
+#include "Tests/Support/SnapshotBuilder.h"
 #include "Tests/Support/VirtualMonotonicClock.h"
 
 namespace quillo::test {
 namespace {
-
-AccessibilitySnapshot makeSnapshot(AccessibilityRootKind rootKind, std::string role) {
-  AccessibilitySnapshot snapshot;
-  snapshot.rootKind = rootKind;
-  AccessibilityNode root;
-  root.role = std::move(role);
-  root.attributes.push_back({.name = "AXTitle", .value = std::string("Inbox")});
-  snapshot.nodes.push_back(std::move(root));
-  snapshot.deriveFields();
-  return snapshot;
-}
 
 class InterfaceObservationProcessing : public testing::Test {
  protected:
@@ -41,17 +32,15 @@ class InterfaceObservationProcessing : public testing::Test {
   SerialQueue caller_{"caller"};
 };
 
-TEST_F(InterfaceObservationProcessing, yieldsTheObservationUnderAnApplicationAndItsText) {
-  for (const auto& [rootKind, role, rootID] :
-       {std::tuple{AccessibilityRootKind::focusedWindow, "AXWindow", "application-root"},
-        std::tuple{AccessibilityRootKind::application, "AXApplication", ""}}) {
-    const AccessibilitySnapshot snapshot = makeSnapshot(rootKind, role);
-    const auto task = process(snapshot);
+TEST_F(InterfaceObservationProcessing, yieldsTheObservationWithBothOptionsAndItsText) {
+  for (const auto& [notation, expected] :
+       {std::pair{"window 'Inbox'\n  button 'Reply'",
+                  "- application\n  0 window \"Inbox\"\n    1 button \"Reply\" {press?}\n"},
+        std::pair{"application 'Mail'\n  button 'Reply'", "0 application \"Mail\"\n  1 button \"Reply\" {press?}\n"}}) {
+    const auto task = process(makeSnapshot(notation));
     const auto processed = runBlocking([&] { return task.value(); });
-    EXPECT_EQ(AccessibilitySemanticNormalizer::normalize(snapshot, {}), processed.observation);
+    EXPECT_EQ(describe(processed.observation), expected);
     EXPECT_EQ(InterfaceObservationLLMRenderer::render(processed.observation), processed.contextText);
-    ASSERT_FALSE(processed.observation.elements.empty());
-    EXPECT_EQ(*rootID != '\0', processed.observation.elements.front().id == "application-root") << role;
   }
 }
 
@@ -59,12 +48,17 @@ TEST_F(InterfaceObservationProcessing, endsAtItsDeadlineAndWithItsCaller) {
   const auto mayGoOn = std::make_shared<Gate>();
   worker_.post([mayGoOn] { mayGoOn->pass(); });
 
-  const auto late = process(makeSnapshot(AccessibilityRootKind::focusedWindow, "AXWindow"));
+  const auto late = process(makeSnapshot("window"));
   clock_.waitForTimers(1);
-  clock_.advance(InterfaceObservationProcessor::timeout);
-  EXPECT_THROW(runBlocking([&] { return late.value(); }), AsyncOperationDeadlineError);
+  clock_.advance(10);
+  try {
+    runBlocking([&] { return late.value(); });
+    ADD_FAILURE() << "it did not end";
+  } catch (const AsyncOperationDeadlineError& error) {
+    EXPECT_EQ(error, AsyncOperationDeadlineError(AsyncOperationDeadlineError::Exceeded{10}));
+  }
 
-  const auto unwanted = process(makeSnapshot(AccessibilityRootKind::focusedWindow, "AXWindow"));
+  const auto unwanted = process(makeSnapshot("window"));
   clock_.waitForTimers(1);
   unwanted.cancel();
   EXPECT_THROW(runBlocking([&] { return unwanted.value(); }), OperationCancelled);

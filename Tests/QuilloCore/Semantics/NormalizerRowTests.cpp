@@ -97,6 +97,15 @@ TEST(NormalizerRow, onlyWhatSaysMoreThanTheTextsStaysBesideThem) {
        "    4 link \"Site\" url=\"http://a.example/\" {press?}\n"
        "    7 checkbox value=1 checked:on {toggle?}\n"
        "    9 textField value=\"Bob\" {edit? focus?}\n"},
+      {"what is selected inside a selected row, apart from its cells",
+       "table\n"
+       "  row [selected]\n"
+       "    cell 'a' [selected]\n"
+       "    cell\n"
+       "      text 'b' [selected]\n",
+       "0 table\n"
+       "  1 row selected rowValues=[\"a\", \"b\"]\n"
+       "    4 text \"b\" selected\n"},
       {"state, identifiers, help and values that are no text",
        "table\n"
        "  row\n"
