@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <functional>
 #include <utility>
 
 #include "QuilloCore/Capture/AccessibilityCapturePolicy.h"
@@ -70,14 +69,6 @@ void AccessibilityCaptureState::replaceIncompleteTextReadIssues(std::size_t adde
         sourceAttribute, retainedFallback);
     issues_[i].attribute = std::string(sourceAttribute);
   }
-}
-
-std::size_t AccessibilityCaptureState::TruncationHash::operator()(const AccessibilityTruncation& truncation) const {
-  constexpr std::size_t mixer = 0x9E3779B97F4A7C15;
-  std::size_t hash = static_cast<std::size_t>(truncation.reason);
-  hash = hash * mixer + std::hash<std::optional<std::int64_t>>{}(truncation.nodeID);
-  hash = hash * mixer + std::hash<std::optional<std::string>>{}(truncation.attribute);
-  return hash * mixer + std::hash<std::optional<std::int64_t>>{}(truncation.omittedCount);
 }
 
 bool meansAbsence(AccessibilityErrorCode code) {

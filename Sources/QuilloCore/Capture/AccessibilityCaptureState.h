@@ -12,6 +12,7 @@
 #include "QuilloCore/Capture/AccessibilityCaptureControl.h"
 #include "QuilloCore/Capture/AccessibilityErrorCode.h"
 #include "QuilloCore/Capture/AccessibilitySnapshot.h"
+#include "QuilloCore/Support/RecordHash.h"
 
 namespace quillo {
 
@@ -56,15 +57,11 @@ class AccessibilityCaptureState {
   void noteUnverifiedNode(std::int64_t nodeID) { unverifiedNodeIDs_.push_back(nodeID); }
 
  private:
-  struct TruncationHash {
-    std::size_t operator()(const AccessibilityTruncation& truncation) const;
-  };
-
   const AccessibilityCaptureConfiguration& configuration_;
   const AccessibilityCaptureControl& control_;
   std::int64_t characterCount_ = 0;
   std::vector<AccessibilityTruncation> truncations_;
-  std::unordered_set<AccessibilityTruncation, TruncationHash> knownTruncations_;
+  std::unordered_set<AccessibilityTruncation, RecordHash> knownTruncations_;
   std::vector<AccessibilityCaptureIssue> issues_;
   std::int64_t droppedIssueCount_ = 0;
   std::vector<std::int64_t> unverifiedNodeIDs_;

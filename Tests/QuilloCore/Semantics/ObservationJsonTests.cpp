@@ -9,6 +9,8 @@
 #include "QuilloCore/Support/JsonError.h"
 #include "QuilloCore/Support/JsonReader.h"
 #include "QuilloCore/Support/JsonWriter.h"
+#include "QuilloCore/Support/RecordHash.h"
+#include "Tests/Support/JsonCorruption.h"
 #include "Tests/Support/ObservationText.h"
 #include "Tests/Support/SnapshotBuilder.h"
 
@@ -62,6 +64,23 @@ TEST(ObservationJson, roundTripsInBothStyles) {
     EXPECT_EQ(decoded, observation);
     EXPECT_EQ(encodeJson(decoded, style), json);
   }
+}
+
+TEST(ObservationJson, everyDamagedFieldIsRefusedOrTellsItselfApart) {
+  const InterfaceObservation observation = makeObservation();
+  const RecordHash hash;
+  int readCount = 0;
+  for (const CorruptedJson& corrupted : singleFieldCorruptions(encodeJson(observation, JsonStyle::compact))) {
+    try {
+      const auto decoded = decodeJson<InterfaceObservation>(corrupted.text);
+      EXPECT_EQ(decoded == observation, hash(decoded) == hash(observation)) << corrupted.label;
+      ++readCount;
+    } catch (const JsonError& error) {
+      EXPECT_NE(error.errorDescription(), "");
+    }
+  }
+  EXPECT_GT(readCount, 50);
+  EXPECT_EQ(hash(observation), hash(InterfaceObservation(observation)));
 }
 
 TEST(ObservationJson, keysAreSortedAndEmptyMembersLeftOut) {
