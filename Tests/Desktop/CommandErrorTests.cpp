@@ -131,6 +131,9 @@ TEST(CommandErrors, doctorNamesApplicationsThatAreNotOnTheBus) {
 TEST(CommandErrors, filtersRefuseWhatIsNoCapture) {
   expectFailure(runQuillo({"observe"}, "{\"nodes\": ["), "The JSON is malformed at byte 11: the text ends too early");
   expectFailure(runQuillo({"observe"}, "{}"), "The member \"capturedAt\" is missing at $.");
+  expectFailure(runQuillo({"render"}, std::string(5000, '[')),
+                "The JSON is nested deeper than 1024 levels at byte 1024.");
+  expectFailure(runQuillo({"observe", "/dev"}), "/dev: Is a directory");
   expectFailure(runQuillo({"render", "/nowhere/at\nall"}), "/nowhere/at all: No such file or directory");
   EXPECT_EQ(runQuillo({"render"}, std::string("\xff\xfe")).exitStatus, 1);
 }
@@ -146,6 +149,7 @@ TEST(CommandErrors, outputThatCannotBeWrittenIsAFailure) {
   const FinishedProgram toNothing = runInShell("\"$0\" --version >&-");
   EXPECT_EQ(toNothing.exitStatus, 1);
   EXPECT_EQ(toNothing.error, "quillo: The output could not be written: Bad file descriptor\n");
+  EXPECT_EQ(runInShell("\"$0\" observe /nowhere 2>&-").exitStatus, 1);
 }
 
 TEST(CommandErrors, interruptedCaptureEndsAtOnceAndSaysNothing) {
