@@ -1,7 +1,6 @@
 #include "Tests/Support/FakeAccessibilityInterface.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <stdexcept>
 #include <utility>
 
@@ -275,17 +274,12 @@ void FakeAccessibilityInterface::setChildren(AccessibilityElement parent, std::v
   (*this)[parent].attributes[std::string(attribute)] = std::move(children);
 }
 
-std::size_t FakeAccessibilityInterface::countCalls(std::string_view operation) const {
-  return static_cast<std::size_t>(std::ranges::count(calls, operation, &FakeCall::operation));
-}
-
 bool FakeAccessibilityInterface::isProcessTrusted(AccessibilityTrustPrompt /*prompt*/) {
   return isTrusted;
 }
 
 std::unique_ptr<AccessibilitySession> FakeAccessibilityInterface::makeSession(
-    const WindowCaptureTarget& target, std::shared_ptr<const AccessibilityCaptureControl> /*control*/) {
-  sessionTarget = target;
+    const WindowCaptureTarget& /*target*/, std::shared_ptr<const AccessibilityCaptureControl> /*control*/) {
   return std::make_unique<Session>(*this);
 }
 

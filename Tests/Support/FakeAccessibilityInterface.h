@@ -80,13 +80,10 @@ class FakeAccessibilityInterface final : public AccessibilityInterface {
 
   std::vector<FakeCall> calls;
   bool recordsCalls = true;  ///< off where only time counts
-  std::size_t countCalls(std::string_view operation) const;
 
   bool isProcessTrusted(AccessibilityTrustPrompt prompt) override;
   std::unique_ptr<AccessibilitySession> makeSession(
       const WindowCaptureTarget& target, std::shared_ptr<const AccessibilityCaptureControl> control) override;
-
-  WindowCaptureTarget sessionTarget;  ///< that the last session was made for
 
  private:
   class Session;

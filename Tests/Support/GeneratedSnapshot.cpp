@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstddef>
 #include <limits>
+#include <random>
 #include <string>
 #include <string_view>
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <stdexcept>
+#include <regex>
 
 namespace quillo::test {
 namespace {
@@ -12,82 +12,43 @@ struct Span {
   std::size_t end;
 };
 
-/// Where the values and the keys of a JSON text stand. Recursive: for the small texts of tests.
-class Scanner {
- public:
-  explicit Scanner(std::string_view text) : text_(text) {
-    value();
-    blanks();
-    if (position_ != text_.size()) fail();
+/// Where the values, the keys and the arrays' elements of a valid JSON text stand. For the small texts of tests.
+struct Places {
+  explicit Places(const std::string& text) {
+    static const std::regex token(R"("(?:\\.|[^"\\])*"|[\[\]{}:]|[^\[\]{}:,\s"]+)");
+    std::vector<std::size_t> open;
+    const auto add = [&](Span value) {
+      values.push_back(value);
+      if (!open.empty() && text[open.back()] == '[') elements.push_back(value);
+    };
+    for (std::sregex_iterator found(text.begin(), text.end(), token), end; found != end; ++found) {
+      const auto begin = static_cast<std::size_t>(found->position());
+      const Span span{begin, begin + static_cast<std::size_t>(found->length())};
+      const char first = text[begin];
+      if (first == '{' || first == '[') {
+        open.push_back(begin);
+      } else if (first == '}' || first == ']') {
+        const std::size_t opened = open.back();
+        open.pop_back();
+        add({opened, span.end});
+      } else if (first == ':') {
+        keys.push_back(values.back());  // what stood before it
+        values.pop_back();
+      } else {
+        add(span);
+      }
+    }
   }
 
   std::vector<Span> values;
   std::vector<Span> keys;
   std::vector<Span> elements;
-
- private:
-  [[noreturn]] void fail() const { throw std::invalid_argument("no JSON at " + std::to_string(position_)); }
-
-  char peek() const {
-    if (position_ == text_.size()) fail();
-    return text_[position_];
-  }
-
-  void blanks() {
-    while (position_ < text_.size() && (text_[position_] == ' ' || text_[position_] == '\n')) ++position_;
-  }
-
-  Span string() {
-    const std::size_t begin = position_;
-    for (++position_; peek() != '"'; ++position_) {
-      if (peek() == '\\') ++position_;
-    }
-    ++position_;
-    return {begin, position_};
-  }
-
-  Span value() {
-    blanks();
-    const std::size_t begin = position_;
-    const char first = peek();
-    if (first == '"') {
-      string();
-    } else if (first == '{' || first == '[') {
-      members(first == '{');
-    } else {
-      while (position_ < text_.size() && std::string_view(",]} \n").find(text_[position_]) == std::string_view::npos)
-        ++position_;
-    }
-    values.push_back({begin, position_});
-    return values.back();
-  }
-
-  void members(bool isObject) {
-    ++position_;
-    for (blanks(); peek() != '}' && peek() != ']'; blanks()) {
-      if (isObject) {
-        keys.push_back(string());
-        blanks();
-        if (peek() != ':') fail();
-        ++position_;
-        value();
-      } else {
-        elements.push_back(value());
-      }
-      blanks();
-      if (peek() == ',') ++position_;
-    }
-    ++position_;
-  }
-
-  std::string_view text_;
-  std::size_t position_ = 0;
 };
 
 }  // namespace
 
 std::vector<CorruptedJson> singleFieldCorruptions(std::string_view json) {
-  const Scanner scanner(json);
+  const Places places{std::string(json)};
   std::vector<CorruptedJson> result;
   const auto replace = [&](Span span, std::string_view replacement, std::string_view what) {
     std::string text(json.substr(0, span.begin));
@@ -97,13 +58,13 @@ std::vector<CorruptedJson> singleFieldCorruptions(std::string_view json) {
     label.append(": ").append(json.substr(span.begin, std::min<std::size_t>(span.end - span.begin, 40))).append(what);
     result.push_back({std::move(label), std::move(text)});
   };
-  for (const Span span : scanner.values) {
+  for (const Span span : places.values) {
     replace(span, "null", " became null");
     replace(span, json[span.begin] == '"' ? "-7" : "\"x\"", " changed its type");
     replace(span, json[span.begin] == '{' ? "[]" : "{}", " became empty");
   }
-  for (const Span span : scanner.keys) replace(span, "\"no such key\"", " renamed");
-  for (const Span span : scanner.elements) {
+  for (const Span span : places.keys) replace(span, "\"no such key\"", " renamed");
+  for (const Span span : places.elements) {
     const std::string_view element = json.substr(span.begin, span.end - span.begin);
     replace(span, std::string(element).append(",").append(element), " doubled");
   }

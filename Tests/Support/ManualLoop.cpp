@@ -1,6 +1,8 @@
 #include "Tests/Support/ManualLoop.h"
 
-#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
 #include <utility>
 
 namespace quillo::test {
@@ -13,19 +15,14 @@ class ManualLoop::Core final : public JobQueue {
     hasMore_.notify_all();
   }
 
-  bool runFirst() {
+  bool runOne(std::chrono::milliseconds patience) {
     std::unique_lock guard(lock_);
-    if (jobs_.empty()) return false;
+    if (!hasMore_.wait_for(guard, patience, [&] { return !jobs_.empty(); })) return false;
     Job job = std::move(jobs_.front());
     jobs_.pop_front();
     guard.unlock();
     job();
     return true;
-  }
-
-  bool waitForMore() {
-    std::unique_lock guard(lock_);
-    return hasMore_.wait_for(guard, std::chrono::seconds(10), [&] { return !jobs_.empty(); });
   }
 
  private:
@@ -45,13 +42,16 @@ TaskExecutor ManualLoop::executor() const {
 }
 
 void ManualLoop::runReady() {
-  while (core_->runFirst()) {
-  }
+  while (runOne(std::chrono::milliseconds(0))) continue;
+}
+
+bool ManualLoop::runOne(std::chrono::milliseconds patience) {
+  return core_->runOne(patience);
 }
 
 bool ManualLoop::runUntil(const std::function<bool()>& condition) {
   while (!condition()) {
-    if (!core_->runFirst() && !core_->waitForMore()) return false;
+    if (!runOne(std::chrono::seconds(10))) return false;
   }
   return true;
 }

@@ -1,10 +1,8 @@
 #pragma once
 
-#include <condition_variable>
-#include <deque>
+#include <chrono>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <stdexcept>
 #include <utility>
 
@@ -27,6 +25,9 @@ class ManualLoop {
 
   /// Runs jobs until none is left.
   void runReady();
+
+  /// Runs the next job; false when none has come in that time.
+  bool runOne(std::chrono::milliseconds patience);
 
   /// Runs jobs, also those that other threads have yet to post, until the condition holds. Returns whether it does; it
   /// gives up after ten seconds without a job.

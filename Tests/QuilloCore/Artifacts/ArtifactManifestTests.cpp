@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -141,64 +140,35 @@ TEST(ArtifactBundleLayout, namesBundlesByTheirIdentifier) {
     EXPECT_FALSE(ArtifactBundleLayout::isBundleName(name)) << name;
 }
 
+/// As each artifact's text, of which only this differs.
+std::string pasteText(const std::string& title, const std::string& source, const std::string& rest) {
+  return "# Quillo capture: " + title +
+         "\n\nThis text describes the screenshot attached immediately before it.\n\nSource: " + source +
+         "\nCaptured: 2026-11-14T21:35:47Z\n" + rest;
+}
+
 TEST(ArtifactPasteTextRenderer, putsTheSourceBeforeWhatWasSeen) {
-  EXPECT_EQ(
-      "# Quillo capture: Inbox\n"
-      "\n"
-      "This text describes the screenshot attached immediately before it.\n"
-      "\n"
-      "Source: Mail — Inbox / 3 new\n"
-      "Captured: 2026-11-14T21:35:47Z\n"
-      "Bundle identifier: org.example.Mail\n"
-      "\n"
-      "## Human annotation\n"
-      "look at \"this\"\n"
-      "\n"
-      "## What Quillo saw\n"
-      "\n"
-      "seen 42",
-      ArtifactPasteTextRenderer::render(makeManifest()));
-}
+  EXPECT_EQ(pasteText("Inbox", "Mail — Inbox / 3 new",
+                      "Bundle identifier: org.example.Mail\n\n## Human annotation\nlook at \"this\"\n\n"
+                      "## What Quillo saw\n\nseen 42"),
+            ArtifactPasteTextRenderer::render(makeManifest()));
 
-TEST(ArtifactPasteTextRenderer, leavesOutWhatIsEmptyAndAddsAMissingHeading) {
-  ArtifactManifest manifest = makeManifest();
-  manifest.title = " two  blanks ";
-  manifest.source = {"Mail", "", "", {}};
-  manifest.annotations = " \n\t\u00A0\r\n";
-  manifest.contextText = "";
-  EXPECT_EQ(
-      "# Quillo capture:  two  blanks \n"
-      "\n"
-      "This text describes the screenshot attached immediately before it.\n"
-      "\n"
-      "Source: Mail — \n"
-      "Captured: 2026-11-14T21:35:47Z\n"
-      "\n"
-      "## What Quillo saw\n",
-      ArtifactPasteTextRenderer::render(manifest));
-}
+  ArtifactManifest empty = makeManifest();
+  empty.title = " two  blanks ";
+  empty.source = {"Mail", "", "", {}};
+  empty.annotations = " \n\t\u00A0\r\n";
+  empty.contextText = "";
+  EXPECT_EQ(pasteText(" two  blanks ", "Mail — ", "\n## What Quillo saw\n"), ArtifactPasteTextRenderer::render(empty));
 
-TEST(ArtifactPasteTextRenderer, keepsWhatIsStoredAsItIsWritten) {
-  ArtifactManifest manifest = makeManifest();
-  manifest.title = "a\nb";
-  manifest.source = {"M\u2028ail", "org\r\nexample", " x\ty ", {}};
-  manifest.annotations = "  two\n  lines  ";
-  manifest.contextText = "## what Quillo saw";
-  EXPECT_EQ(
-      "# Quillo capture: a\nb\n"
-      "\n"
-      "This text describes the screenshot attached immediately before it.\n"
-      "\n"
-      "Source: M\u2028ail —  x\ty \n"
-      "Captured: 2026-11-14T21:35:47Z\n"
-      "Bundle identifier: org\r\nexample\n"
-      "\n"
-      "## Human annotation\n"
-      "  two\n  lines  \n"
-      "\n"
-      "## What Quillo saw\n"
-      "## what Quillo saw",
-      ArtifactPasteTextRenderer::render(manifest));
+  ArtifactManifest odd = makeManifest();
+  odd.title = "a\nb";
+  odd.source = {"M\u2028ail", "org\r\nexample", " x\ty ", {}};
+  odd.annotations = "  two\n  lines  ";
+  odd.contextText = "## what Quillo saw";
+  EXPECT_EQ(pasteText("a\nb", "M\u2028ail —  x\ty ",
+                      "Bundle identifier: org\r\nexample\n\n## Human annotation\n  two\n  lines  \n\n"
+                      "## What Quillo saw\n## what Quillo saw"),
+            ArtifactPasteTextRenderer::render(odd));
 }
 
 }  // namespace

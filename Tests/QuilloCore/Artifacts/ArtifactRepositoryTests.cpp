@@ -8,7 +8,6 @@
 
 #include "ArtifactFixtures.h"
 #include "InMemoryFileSystem.h"
-#include "QuilloCore/Artifacts/ArtifactRepositoryError.h"
 #include "QuilloCore/Concurrency/BlockingLoop.h"
 
 namespace quillo::test {
@@ -49,15 +48,6 @@ TEST(ArtifactRepository, runsOperationsOfManyThreadsOneAtATime) {
   for (auto& thread : threads) thread.join();
   EXPECT_EQ(threadCount * 5, inTrash);
   EXPECT_EQ(threadCount * 5U, runBlocking([&] { return repository.list(); }).size());
-}
-
-TEST(ArtifactRepository, passesTheStoresErrorsToTheCaller) {
-  InMemoryFileSystem fileSystem;
-  FixedWallClock clock;
-  RandomUUIDGenerator identifiers;
-  FakeTrash trash;
-  ArtifactRepository repository(ArtifactStore("/library", {fileSystem, trash, clock, identifiers}, fakeProjection()));
-  EXPECT_THROW(runBlocking([&] { return repository.load(UUID{}); }), ArtifactRepositoryError);
 }
 
 }  // namespace

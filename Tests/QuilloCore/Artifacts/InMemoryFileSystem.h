@@ -26,8 +26,6 @@ class InMemoryFileSystem final : public FileSystem {
 
   /// The next `step`th change fails once with `errorNumber`; with 0 the power is cut there.
   void failAt(int step, int errorNumber);
-  /// Changes made since `failAt`.
-  int stepCount() const { return stepCount_; }
 
   /// What a disk may hold after the power was cut: of every change that was not synced, some have reached it and some
   /// have not, as the seed says. A file that was being written may hold a part.

@@ -1,6 +1,5 @@
 #include "QuilloCore/Capture/AccessibilityElementInspector.h"
 
-#include <algorithm>
 #include <limits>
 
 #include "CaptureFixture.h"

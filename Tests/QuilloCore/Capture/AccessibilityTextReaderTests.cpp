@@ -1,7 +1,5 @@
 #include "QuilloCore/Capture/AccessibilityTextReader.h"
 
-#include <algorithm>
-
 #include "CaptureFixture.h"
 
 namespace quillo::test {

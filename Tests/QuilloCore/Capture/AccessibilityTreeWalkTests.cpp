@@ -1,6 +1,5 @@
 #include "QuilloCore/Capture/AccessibilityTreeWalk.h"
 
-#include <algorithm>
 #include <limits>
 
 #include "CaptureFixture.h"

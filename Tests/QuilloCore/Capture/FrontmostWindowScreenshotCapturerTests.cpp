@@ -4,9 +4,7 @@
 
 #include <limits>
 #include <memory>
-#include <stdexcept>
 #include <string>
-#include <vector>
 
 #include "QuilloCore/Capture/WindowScreenshotCaptureError.h"
 #include "QuilloCore/Concurrency/BlockingLoop.h"
@@ -17,8 +15,6 @@
 
 namespace quillo::test {
 namespace {
-
-using Error = WindowScreenshotCaptureError;
 
 CapturedWindowMetadata window(std::uint32_t windowID, std::int32_t processIdentifier) {
   return screenshotOfLetter(windowID, processIdentifier).window;

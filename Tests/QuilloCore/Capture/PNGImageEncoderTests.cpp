@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 #include <png.h>
 
-#include <cstddef>
 #include <string>
 
 #include "QuilloCore/Capture/WindowScreenshotCaptureError.h"

@@ -6,7 +6,6 @@
 #include <csignal>
 #include <memory>
 #include <stdexcept>
-#include <string>
 #include <thread>
 #include <vector>
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <fmt/format.h>
+
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -9,6 +11,7 @@
 
 #include "QuilloCore/Concurrency/JobQueue.h"
 #include "QuilloCore/Concurrency/MonotonicClock.h"
+#include "QuilloCore/Concurrency/PendingResult.h"
 #include "QuilloCore/Concurrency/Task.h"
 #include "QuilloCore/Concurrency/TaskExecutor.h"
 #include "QuilloCore/Paste/PasteDeliveryService.h"
@@ -42,9 +45,19 @@ class ScriptClock final : public MonotonicClock {
   ScriptClock(PasteScript& script, const TaskExecutor& executor) : script_(script), queue_(executor.queue()) {}
 
   std::uint64_t uptimeNanoseconds() override { return uptime_; }
-  Timer callAt(std::uint64_t deadlineUptimeNanoseconds, Job job) override;
+  Timer callAt(std::uint64_t deadlineUptimeNanoseconds, Job job) override {
+    script_.record(fmt::format("pause {:.4g}", static_cast<double>(deadlineUptimeNanoseconds - uptime_) / 1e9));
+    uptime_ = deadlineUptimeNanoseconds;
+    queue_->post(std::move(job));
+    return {};
+  }
   /// The same without a record.
-  Task<> pass(double seconds);
+  Task<> pass(double seconds) {
+    uptime_ = uptimeAfter(uptime_, seconds);
+    auto passed = std::make_shared<PendingResult<void>>();
+    queue_->post([passed] { passed->resolve({}); });
+    return waitFor(passed);
+  }
 
  private:
   PasteScript& script_;
@@ -59,12 +72,30 @@ class ScriptPasteboard final : public PasteboardSession {
 
   void changeByOther() { ++count; }
 
-  Task<std::uint64_t> changeCount() override;
-  Task<PasteboardSnapshot> captureSnapshot() override;
-  Task<ClipboardConditionalWriteResult> write(ClipboardPayload payload, ClipboardComposition composition,
-                                              std::uint64_t ifUnchangedSince) override;
+  Task<std::uint64_t> changeCount() override { co_return count; }
+  Task<PasteboardSnapshot> captureSnapshot() override {
+    script_.record("snapshot");
+    co_return saved;
+  }
+  Task<ClipboardConditionalWriteResult> write(ClipboardPayload /*payload*/, ClipboardComposition composition,
+                                              std::uint64_t ifUnchangedSince) override {
+    using Kind = ClipboardConditionalWriteResult::Kind;
+    script_.record(fmt::format("write {}", rawValue(composition)));
+    if (count != ifUnchangedSince) co_return ClipboardConditionalWriteResult{Kind::changed, std::nullopt};
+    ++count;
+    if (!rejectsWrites) co_return ClipboardConditionalWriteResult{Kind::written, count};
+    co_return ClipboardConditionalWriteResult{Kind::rejected,
+                                              tellsCountOfRejection ? std::optional(count) : std::nullopt};
+  }
   Task<PasteboardConditionalRestoreResult> restore(PasteboardSnapshot snapshot,
-                                                   std::uint64_t ifUnchangedSince) override;
+                                                   std::uint64_t ifUnchangedSince) override {
+    script_.record("restore");
+    if (count != ifUnchangedSince) co_return PasteboardConditionalRestoreResult::skippedBecauseClipboardChanged;
+    if (failsToRestore) co_return PasteboardConditionalRestoreResult::failed;
+    ++count;
+    restored = std::move(snapshot);
+    co_return PasteboardConditionalRestoreResult::restored;
+  }
 
   std::uint64_t count = 7;
   PasteboardSnapshot saved{.items = {{.advertisedTypes = {"text/plain"}, .representations = {{"text/plain", "mine"}}}},
@@ -82,12 +113,24 @@ class ScriptDestination final : public PasteDestination {
  public:
   explicit ScriptDestination(PasteScript& script) : script_(script) {}
 
-  Task<bool> isPermitted(AccessibilityTrustPrompt prompt) override;
-  Task<std::optional<std::int32_t>> frontmostProcessIdentifier() override;
+  Task<bool> isPermitted(AccessibilityTrustPrompt prompt) override {
+    if (prompt == AccessibilityTrustPrompt::askUser) script_.record("ask");
+    co_return isAllowed;
+  }
+  Task<std::optional<std::int32_t>> frontmostProcessIdentifier() override { co_return 42; }
   Task<std::expected<FrozenPasteTarget, PasteTargetFreezeError>> resolveTarget(
-      std::int32_t processIdentifier, AccessibilityTrustPrompt prompt) override;
-  Task<bool> isCurrent(FrozenPasteTarget target) override;
-  Task<PasteKeystrokeResult> sendPaste(FrozenPasteTarget target) override;
+      std::int32_t processIdentifier, AccessibilityTrustPrompt /*prompt*/) override {
+    script_.record(fmt::format("freeze {}", processIdentifier));
+    co_return resolution;
+  }
+  Task<bool> isCurrent(FrozenPasteTarget /*target*/) override {
+    script_.record("focus?");
+    co_return hasFocus;
+  }
+  Task<PasteKeystrokeResult> sendPaste(FrozenPasteTarget /*target*/) override {
+    script_.record("paste");
+    co_return keystroke;
+  }
 
   bool isAllowed = true;
   bool hasFocus = true;
@@ -103,8 +146,11 @@ class ScriptModifiers final : public PhysicalModifierFlagsProviding, public Modi
  public:
   ScriptModifiers(PasteScript& script, ScriptClock& clock) : script_(script), clock_(clock) {}
 
-  PhysicalModifierFlags physicalModifierFlags() override;
-  Task<> sleep(double seconds) override;
+  PhysicalModifierFlags physicalModifierFlags() override { return heldReadings-- > 0 ? held : PhysicalModifierFlags(); }
+  Task<> sleep(double seconds) override {
+    script_.record(fmt::format("sleep {:.4g}", seconds));
+    return clock_.pass(seconds);
+  }
 
   PhysicalModifierFlags held;
   int heldReadings = 0;

@@ -70,18 +70,6 @@ TEST_F(GlobalHotKeys, samePairAgainReplacesOnlyTheHandlers) {
   EXPECT_THAT(takeCalls(), ElementsAre("new capture", "new paste nowhere"));
 }
 
-TEST_F(GlobalHotKeys, anotherPairTakesTheOldOnesPlace) {
-  ASSERT_EQ(registerShortcuts(pair, "old "), std::nullopt);
-  takeLog();
-  EXPECT_EQ(registerShortcuts(otherPair, "new "), std::nullopt);
-  EXPECT_THAT(takeLog(), ElementsAre("unregister ⌃⌥⌘C", "unregister ⌃⌥⌘V", "remove", "install", "register ⌃⌥C as 1",
-                                     "register ⌃⌥⌘V as 2"));
-  EXPECT_EQ(controller.activeConfiguration(), otherPair);
-  registrar.press(pair.capture);
-  registrar.press(otherPair.capture);
-  EXPECT_THAT(takeCalls(), ElementsAre("new capture"));
-}
-
 TEST_F(GlobalHotKeys, invalidPairChangesNothing) {
   ASSERT_EQ(registerShortcuts(pair, "old "), std::nullopt);
   takeLog();

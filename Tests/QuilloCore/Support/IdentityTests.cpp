@@ -66,12 +66,6 @@ TEST(Date, isWrittenInWholeSecondsOrMillisecondsTowardThePast) {
   EXPECT_EQ("0033-04-03T00:00:00Z", formatDateSeconds(*parseDate("0033-04-03T00:00:00Z")));
 }
 
-TEST(Date, travelsAsJsonText) {
-  EXPECT_EQ("\"2026-11-14T21:35:47Z\"", encodeJson(dateAt(1'794'692'147'500'000), JsonStyle::compact));
-  EXPECT_EQ(dateAt(1'794'692'147'500'000), decodeJson<Date>("\"2026-11-14T21:35:47.5Z\""));
-  EXPECT_THROW(decodeJson<Date>("\"yesterday\""), JsonError);
-}
-
 TEST(Date, countsFromTheReferenceDateWithoutLoss) {
   EXPECT_EQ(0.0, secondsSinceReferenceDate(*parseDate("2001-01-01T00:00:00Z")));
   for (const std::int64_t microseconds : {0LL, 1LL, -1LL, 1'794'692'147'123'456LL, -2'000'000'000'000'001LL}) {

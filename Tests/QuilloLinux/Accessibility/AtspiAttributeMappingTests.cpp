@@ -10,8 +10,6 @@
 namespace quillo::test {
 namespace {
 
-using testing::ElementsAre;
-
 AtspiNodeRecord makeRecord(AtspiRole role, std::string name = {}, std::initializer_list<unsigned> states = {}) {
   AtspiNodeRecord record;
   record.role = role;
