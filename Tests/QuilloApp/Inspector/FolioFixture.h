@@ -2,7 +2,6 @@
 
 #include <QImage>
 #include <memory>
-#include <string>
 #include <string_view>
 
 #include "ModelFixture.h"

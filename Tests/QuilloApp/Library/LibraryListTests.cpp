@@ -4,7 +4,6 @@
 #include <QFile>
 #include <QImage>
 #include <QSignalSpy>
-#include <algorithm>
 #include <chrono>
 #include <numeric>
 #include <string>

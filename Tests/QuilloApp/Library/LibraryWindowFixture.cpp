@@ -2,7 +2,6 @@
 
 #include <QPainter>
 #include <QTest>
-#include <array>
 
 #include "QuilloApp/Library/FeedPane.h"
 
@@ -33,16 +32,6 @@ LibraryWindowFixture::~LibraryWindowFixture() {
   decoding_.runUntil([&] { return decodes_.isEmpty(); }, std::chrono::seconds(10));
 }
 
-UUID LibraryWindowFixture::storeOf(const std::string& application, const std::string& title, int minutesAgo) {
-  const UUID id = store(title, minutesAgo);
-  const StoredArtifact stored = outsideStore.load(id).stored;
-  ArtifactManifest manifest = stored.manifest;
-  manifest.source.applicationName = application;
-  outsideStore.update(stored, manifest);
-  writeScreenshot(stored.screenshotPath(), minutesAgo);
-  return id;
-}
-
 void LibraryWindowFixture::storeSome() {
   ids = {storeOf("Mail", "Letter from the harbour", 5),
          storeOf("Terminal", "make check — 612 passed", 30),
@@ -50,6 +39,8 @@ void LibraryWindowFixture::storeSome() {
          storeOf("Mail", "Invoice 2041", 1500),
          storeOf("Web Browser", "A very long title of a page that no list can show in full, however wide", 1600),
          storeOf("Terminal", "Disk usage", 9000)};
+  for (std::size_t i = 0; i < ids.size(); ++i)
+    writeScreenshot(repository.bundlePath(ids[i]) / "screenshot.png", static_cast<int>(i));
 }
 
 void LibraryWindowFixture::open() {

@@ -24,7 +24,6 @@ class LibraryWindowFixture : public ModelFixture {
  protected:
   explicit LibraryWindowFixture(int pixelsPerPoint = 1);
 
-  UUID storeOf(const std::string& application, const std::string& title, int minutesAgo);
   /// Six captures of three applications over three days.
   void storeSome();
 

@@ -80,40 +80,27 @@ TEST_F(CaptureFlowTest, whileOneCaptureRunsNoOtherBegins) {
 }
 
 TEST_F(CaptureFlowTest, failuresAreToldWithTheirRemedy) {
+  using Screenshot = WindowScreenshotCaptureError;
+  const std::string unavailable = "The frozen window 11 for PID 400 is no longer available to ScreenCaptureKit.";
+  const std::string denied = "Quillo needs Screen Recording permission before it can capture another app.";
+  const std::string enable =
+      "Enable Quillo in System Settings > Privacy & Security > Screen & System Audio Recording, then relaunch Quillo.";
   struct Case {
-    std::exception_ptr error;
+    Outcome<WindowScreenshotCapture> outcome;
     std::string activity;
     std::string panel;
   };
-  const std::string bringToFront =
-      "Bring the window you want to capture to the front and try the capture shortcut again.";
-  const std::vector<Case> cases = {
-      {std::make_exception_ptr(
-           WindowScreenshotCaptureError(WindowScreenshotCaptureError::FrozenWindowUnavailable{11, 400, {}})),
-       "", " (" + bringToFront + ")"},
-      {std::make_exception_ptr(
-           WindowScreenshotCaptureError(WindowScreenshotCaptureError::ScreenRecordingPermissionRequired{})),
-       " Enable Quillo in System Settings > Privacy & Security > Screen & System Audio Recording, then relaunch "
-       "Quillo.",
-       " (Enable Quillo in System Settings > Privacy & Security > Screen & System Audio Recording, then relaunch "
-       "Quillo.)"},
-      {std::make_exception_ptr(std::runtime_error("no ink")), "", ""},
-  };
-  for (const Case& each : cases) {
-    screenshot.outcome = std::unexpected(each.error);
-    panel.log.clear();
+  for (const Case& each :
+       {Case{failing(Screenshot(Screenshot::FrozenWindowUnavailable{11, 400, {}})), unavailable,
+             unavailable + " (Bring the window you want to capture to the front and try the capture shortcut again.)"},
+        {failing(Screenshot(Screenshot::ScreenRecordingPermissionRequired{})), denied + " " + enable,
+         denied + " (" + enable + ")"},
+        {failing(std::runtime_error("no ink")), "Window capture failed: no ink", "Window capture failed: no ink"}}) {
+    screenshot.outcome = each.outcome;
     model->captureFrontmostWindow();
     settle();
-    std::string description;
-    try {
-      std::rethrow_exception(each.error);
-    } catch (const WindowScreenshotCaptureError& error) {
-      description = error.errorDescription();
-    } catch (const std::exception& error) {
-      description = std::string("Window capture failed: ") + error.what();
-    }
-    EXPECT_EQ(activity(), "failure: " + description + each.activity);
-    EXPECT_EQ(panel.log.back(), "failure " + description + each.panel);
+    EXPECT_EQ(activity(), "failure: " + each.activity);
+    EXPECT_EQ(panel.log.back(), "failure " + each.panel);
   }
   advance(5);
   EXPECT_EQ(panel.log.back(), "hide");

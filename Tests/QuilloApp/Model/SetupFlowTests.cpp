@@ -38,11 +38,5 @@ TEST_F(SetupFlowTest, startAtLoginIsSetOrSaysWhyNot) {
   EXPECT_EQ(activity(), "failure: Quillo could not change whether it starts at login: the disk is full");
 }
 
-TEST_F(SetupFlowTest, theLibrarysFolderIsShown) {
-  start();
-  model->revealLibrary();
-  EXPECT_THAT(fileManager.revealed, testing::ElementsAre("library"));
-}
-
 }  // namespace
 }  // namespace quillo::test

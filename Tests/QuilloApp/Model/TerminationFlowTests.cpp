@@ -52,13 +52,6 @@ TEST_F(TerminationFlowTest, whatWasCopiedOutlivesTheApplicationIfTheDisplayDoes)
   EXPECT_THAT(answers, ElementsAre(true, true));
 }
 
-TEST_F(TerminationFlowTest, savesWhatHasBeenTyped) {
-  model->setDraftTitle("typed");
-  quit();
-  EXPECT_THAT(answers, ElementsAre(true));
-  EXPECT_EQ(storedManifest(id).title, "typed");
-}
-
 TEST_F(TerminationFlowTest, staysWhenAnEditCannotBeWritten) {
   files.record->isFull = true;
   model->setDraftTitle("typed");

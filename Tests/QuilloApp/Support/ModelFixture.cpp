@@ -78,6 +78,15 @@ UUID ModelFixture::store(const std::string& title, int minutesAgo, const std::st
   return outsideStore.create(draft).manifest.id;
 }
 
+UUID ModelFixture::storeOf(const std::string& application, const std::string& title, int minutesAgo) {
+  const UUID id = store(title, minutesAgo);
+  const StoredArtifact stored = outsideStore.load(id).stored;
+  ArtifactManifest manifest = stored.manifest;
+  manifest.source.applicationName = application;
+  outsideStore.update(stored, manifest);
+  return id;
+}
+
 void ModelFixture::editFromOutside(const UUID& id, const std::string& title, const std::string& annotations) {
   const StoredArtifact stored = outsideStore.load(id).stored;
   ArtifactManifest manifest = stored.manifest;
@@ -126,9 +135,9 @@ std::string ModelFixture::activity() {
   return {};
 }
 
-std::vector<std::string> ModelFixture::titles() {
+std::vector<std::string> ModelFixture::titlesOf(const std::vector<StoredArtifact>& artifacts) {
   std::vector<std::string> titles;
-  for (const StoredArtifact& artifact : state().artifacts) titles.push_back(artifact.manifest.title);
+  for (const StoredArtifact& artifact : artifacts) titles.push_back(artifact.manifest.title);
   return titles;
 }
 

@@ -2,12 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <expected>
 #include <functional>
-#include <map>
 #include <memory>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -108,6 +105,7 @@ class ModelFixture : public testing::Test {
 
   /// Stores a capture that is so many minutes old, in the state before the model starts or as another process would.
   UUID store(const std::string& title, int minutesAgo = 1, const std::string& windowTitle = "Window");
+  UUID storeOf(const std::string& application, const std::string& title, int minutesAgo);
   /// What another process would do to the stored title and note.
   void editFromOutside(const UUID& id, const std::string& title, const std::string& annotations);
 
@@ -125,7 +123,8 @@ class ModelFixture : public testing::Test {
   const QuilloModelState& state() { return model->state(); }
   /// "idle", "capturing", …; "success: " or "failure: " and the message.
   std::string activity();
-  std::vector<std::string> titles();
+  static std::vector<std::string> titlesOf(const std::vector<StoredArtifact>& artifacts);
+  std::vector<std::string> titles() { return titlesOf(state().artifacts); }
   ArtifactManifest storedManifest(const UUID& id) { return outsideStore.load(id).stored.manifest; }
 
   TemporaryDirectory folder;
