@@ -9,9 +9,9 @@
 #include "QuilloCore/Artifacts/ArtifactPasteTextRenderer.h"
 #include "QuilloCore/Artifacts/CanonicalAccessibilityEvidenceCodec.h"
 #include "QuilloCore/Artifacts/PosixFileSystem.h"
+#include "RunningProgram.h"
 #include "Tests/Support/GeneratedSnapshot.h"
 #include "Tests/Support/GoldenFile.h"
-#include "Tests/Support/ProgramRun.h"
 #include "Tests/Support/TemporaryDirectory.h"
 
 namespace quillo::test {
@@ -22,8 +22,8 @@ using ::testing::HasSubstr;
 
 const std::string thirdID = "0A00FFFF-0000-4000-8000-000000000003";
 
-ProgramRun failing(int status, const std::string& message) {
-  return {status, "", "quillo: " + message + "\n"};
+FinishedProgram failing(int status, const std::string& message) {
+  return {status, "", "quillo: " + message + "\n", 0};
 }
 
 /// A library with the first, the second and the third artifact, newest first.
@@ -37,17 +37,20 @@ class LibraryCommands : public ::testing::Test {
     }
   }
 
-  ProgramRun quillo(std::vector<std::string> arguments, const std::string& input = {}) {
+  FinishedProgram quillo(Arguments arguments, const std::string& input = {}) {
     arguments.insert(arguments.begin(), "--library=" + root.string());
-    return runProgram(QUILLO_PROGRAM, arguments, input, environment);
+    return quilloWithItsOwnLibrary(arguments, input);
+  }
+  FinishedProgram quilloWithItsOwnLibrary(const Arguments& arguments, const std::string& input = {}) {
+    return runQuillo(arguments, input, environment);
   }
 
   fs::path bundle(const std::string& id) const { return root / (id + ".quillo"); }
 
   TemporaryDirectory directory;
   fs::path root = directory.path() / "Library";
-  std::vector<std::pair<std::string, std::string>> environment = {
-      {"XDG_DATA_HOME", (directory.path() / "data").string()}, {"HOME", directory.path().string()}};
+  std::vector<std::string> environment = {"XDG_DATA_HOME=" + (directory.path() / "data").string(),
+                                          "HOME=" + directory.path().string()};
   PosixFileSystem fileSystem;
   FixedWallClock clock;
   RandomUUIDGenerator identifiers;
@@ -65,21 +68,21 @@ TEST_F(LibraryCommands, listNamesEachArtifactOnALine) {
   const std::string expected = std::string(firstID) + "\t2026-11-14T21:35:47Z\tM ail\ttwo fields  and lines \n" +
                                secondID + "\t2026-11-14T20:35:47Z\tMail\tInbox\n" +  //
                                thirdID + "\t2026-11-14T19:35:47Z\tMail\tInbox\n";
-  EXPECT_EQ((ProgramRun{0, expected, ""}), quillo({"list"}));
-  EXPECT_EQ((ProgramRun{0, expected, ""}),
-            runProgram(QUILLO_PROGRAM, {"list", "--library", root.string()}, {}, environment));
+  EXPECT_EQ((FinishedProgram{0, expected, ""}), quillo({"list"}));
+  EXPECT_EQ((FinishedProgram{0, expected, ""}), quilloWithItsOwnLibrary({"list", "--library", root.string()}));
 
   std::vector<ArtifactManifest> manifests;
   for (const auto& listed : store.list()) manifests.push_back(listed.manifest);
-  EXPECT_EQ((ProgramRun{0, encodeJson(manifests, JsonStyle::prettyPrinted) + "\n", ""}), quillo({"list", "--json"}));
+  EXPECT_EQ((FinishedProgram{0, encodeJson(manifests, JsonStyle::prettyPrinted) + "\n", ""}),
+            quillo({"list", "--json"}));
 }
 
 TEST_F(LibraryCommands, theDefaultLibraryMayBeMissingAndANamedOneMayNot) {
-  EXPECT_EQ((ProgramRun{0, "", ""}), runProgram(QUILLO_PROGRAM, {"list"}, {}, environment));
-  EXPECT_EQ((ProgramRun{0, "[]\n", ""}), runProgram(QUILLO_PROGRAM, {"list", "--json"}, {}, environment));
-  EXPECT_EQ((ProgramRun{0, "", ""}), runProgram(QUILLO_PROGRAM, {"check"}, {}, environment));
+  EXPECT_EQ((FinishedProgram{0, "", ""}), quilloWithItsOwnLibrary({"list"}));
+  EXPECT_EQ((FinishedProgram{0, "[]\n", ""}), quilloWithItsOwnLibrary({"list", "--json"}));
+  EXPECT_EQ((FinishedProgram{0, "", ""}), quilloWithItsOwnLibrary({"check"}));
   EXPECT_EQ(failing(1, "No artifact exists with ID " + std::string(firstID) + "."),
-            runProgram(QUILLO_PROGRAM, {"text", firstID}, {}, environment));
+            quilloWithItsOwnLibrary({"text", firstID}));
   EXPECT_FALSE(fs::exists(directory.path() / "data"));
   fs::rename(root, directory.path() / "away");
   for (const char* command : {"list", "check"}) {
@@ -87,7 +90,7 @@ TEST_F(LibraryCommands, theDefaultLibraryMayBeMissingAndANamedOneMayNot) {
   }
   fs::create_directories(directory.path() / "data" / "Quillo");
   fs::rename(directory.path() / "away", directory.path() / "data" / "Quillo" / "Artifacts");
-  EXPECT_THAT(runProgram(QUILLO_PROGRAM, {"list"}, {}, environment).output, HasSubstr(secondID));
+  EXPECT_THAT(quilloWithItsOwnLibrary({"list"}).output, HasSubstr(secondID));
 }
 
 TEST_F(LibraryCommands, anArtifactIsNamedByItsIdentifierItsBeginningOrItsPath) {
@@ -97,7 +100,7 @@ TEST_F(LibraryCommands, anArtifactIsNamedByItsIdentifierItsBeginningOrItsPath) {
        {std::string(secondID), std::string("fb000000-0000-4000-8000-000000000002"), std::string("FB00"),
         std::string("fb000000-0"), bundle(secondID).string(), bundle(secondID).string() + "/",
         (directory.path() / "Library" / ".." / "outside.quillo").string()}) {
-    EXPECT_EQ((ProgramRun{0, text, ""}), quillo({"text", name})) << name;
+    EXPECT_EQ((FinishedProgram{0, text, ""}), quillo({"text", name})) << name;
   }
   EXPECT_EQ(failing(1, "2 artifacts have an identifier that begins with 0A00."), quillo({"text", "0a00"}));
   EXPECT_EQ(failing(1, "No artifact has an identifier that begins with ABCD."), quillo({"text", "abcd"}));
@@ -112,9 +115,9 @@ TEST_F(LibraryCommands, anArtifactIsNamedByItsIdentifierItsBeginningOrItsPath) {
 
 TEST_F(LibraryCommands, showDescribesWhatLoadingYields) {
   const LoadedArtifact loaded = store.load(*UUID::parse(firstID));
-  EXPECT_EQ((ProgramRun{0, encodeJson(loaded.stored.manifest, JsonStyle::prettyPrinted) + "\n", ""}),
+  EXPECT_EQ((FinishedProgram{0, encodeJson(loaded.stored.manifest, JsonStyle::prettyPrinted) + "\n", ""}),
             quillo({"show", firstID, "--json"}));
-  const ProgramRun run = quillo({"show", firstID});
+  const FinishedProgram run = quillo({"show", firstID});
   EXPECT_EQ(0, run.exitStatus);
   EXPECT_EQ(
       "Inbox\n"
@@ -137,21 +140,21 @@ TEST_F(LibraryCommands, showDescribesWhatLoadingYields) {
 
 TEST_F(LibraryCommands, editChangesWhatItIsToldToAndNothingElse) {
   const ArtifactManifest before = store.readBundleManifest(bundle(firstID)).manifest;
-  EXPECT_EQ((ProgramRun{0, "", ""}), quillo({"edit", firstID, "--title", "Ü \"new\""}));
+  EXPECT_EQ((FinishedProgram{0, "", ""}), quillo({"edit", firstID, "--title", "Ü \"new\""}));
   ArtifactManifest after = store.readBundleManifest(bundle(firstID)).manifest;
   EXPECT_LT(before.modifiedAt, after.modifiedAt);
   ArtifactManifest expected = before;
   expected.title = "Ü \"new\"";
   expected.modifiedAt = after.modifiedAt;
   EXPECT_EQ(expected, after);
-  EXPECT_EQ((ProgramRun{0, "", ""}), quillo({"edit", firstID, "--annotations", "", "--title=-"}));
+  EXPECT_EQ((FinishedProgram{0, "", ""}), quillo({"edit", firstID, "--annotations", "", "--title=-"}));
   after = store.readBundleManifest(bundle(firstID)).manifest;
   EXPECT_EQ("", after.annotations);
   EXPECT_EQ("-", after.title);
 
-  for (const std::vector<std::string>& wrong :
-       {std::vector<std::string>{"edit", firstID}, {"edit", "--title", "x"}, {"edit", firstID, "--title", "\xFF"}}) {
-    const ProgramRun run = quillo(wrong);
+  for (const Arguments& wrong :
+       {Arguments{"edit", firstID}, {"edit", "--title", "x"}, {"edit", firstID, "--title", "\xFF"}}) {
+    const FinishedProgram run = quillo(wrong);
     EXPECT_EQ(2, run.exitStatus) << run.error;
     EXPECT_EQ("", run.output);
   }
@@ -166,7 +169,7 @@ TEST_F(LibraryCommands, checkReadsEveryFileOfEveryBundle) {
   writeFile(bundle(thirdID) / "evidence.json", evidence);
   const std::string damagedID = "DD000000-0000-4000-8000-000000000004";
   writeFile(bundle(damagedID) / "manifest.json", "{\n");
-  const ProgramRun all = quillo({"check"});
+  const FinishedProgram all = quillo({"check"});
   EXPECT_EQ(3, all.exitStatus);
   EXPECT_EQ("", all.error);
   const std::string second = std::string(secondID) + "\tCould not read \"" + bundle(secondID).string() +
@@ -178,9 +181,9 @@ TEST_F(LibraryCommands, checkReadsEveryFileOfEveryBundle) {
                                     damagedID + "\tThe file \"" + damagedID + ".quillo/manifest.json\" is damaged: "));
   EXPECT_THAT(all.output, HasSubstr("\nX.quillo\tCould not read \"" + root.string() +
                                     "/X.quillo/manifest.json\": No such file or directory\n"));
-  EXPECT_EQ((ProgramRun{3, std::string(firstID) + "\tok\n" + second, ""}),
+  EXPECT_EQ((FinishedProgram{3, std::string(firstID) + "\tok\n" + second, ""}),
             quillo({"check", secondID, "0A000", "fb00"}));
-  EXPECT_EQ((ProgramRun{0, std::string(firstID) + "\tok\n", ""}), quillo({"check", firstID}));
+  EXPECT_EQ((FinishedProgram{0, std::string(firstID) + "\tok\n", ""}), quillo({"check", firstID}));
   EXPECT_EQ(failing(1, "No artifact has an identifier that begins with EEEE."), quillo({"check", firstID, "eeee"}));
 }
 
@@ -189,7 +192,7 @@ TEST_F(LibraryCommands, trashMovesWhatItCanAndSaysWhereItIs) {
   // A file in its place: no Trash can be made.
   const fs::path trashDirectory = directory.path() / "data" / "Trash";
   writeFile(trashDirectory, "");
-  const ProgramRun run = quillo({"trash", firstID, bundle(thirdID).string()});
+  const FinishedProgram run = quillo({"trash", firstID, bundle(thirdID).string()});
   EXPECT_EQ(1, run.exitStatus);
   EXPECT_EQ("", run.output);
   const std::string problem = " could not be moved to the Trash: ";
@@ -199,15 +202,15 @@ TEST_F(LibraryCommands, trashMovesWhatItCanAndSaysWhereItIs) {
   fs::remove(trashDirectory);
 
   const fs::path trashed = trashDirectory / "files";
-  EXPECT_EQ((ProgramRun{3, (trashed / (std::string(firstID) + ".quillo")).string() + "\n",
-                        "quillo: No artifact has an identifier that begins with EEEE.\n"}),
+  EXPECT_EQ((FinishedProgram{3, (trashed / (std::string(firstID) + ".quillo")).string() + "\n",
+                             "quillo: No artifact has an identifier that begins with EEEE.\n"}),
             quillo({"trash", "eeee", firstID}));
   EXPECT_FALSE(fs::exists(bundle(firstID)));
   EXPECT_TRUE(fs::exists(trashed / (std::string(firstID) + ".quillo") / "manifest.json"));
-  EXPECT_EQ((ProgramRun{0,
-                        (trashed / (std::string(secondID) + ".quillo")).string() + "\n" +
-                            (trashed / (thirdID + ".quillo")).string() + "\n",
-                        ""}),
+  EXPECT_EQ((FinishedProgram{0,
+                             (trashed / (std::string(secondID) + ".quillo")).string() + "\n" +
+                                 (trashed / (thirdID + ".quillo")).string() + "\n",
+                             ""}),
             quillo({"trash", secondID, bundle(thirdID).string()}));
   EXPECT_EQ(failing(1, "No artifact exists with ID " + std::string(secondID) + "."), quillo({"trash", secondID}));
   EXPECT_EQ(1, quillo({"trash", root.string()}).exitStatus);
@@ -222,10 +225,11 @@ TEST_F(LibraryCommands, evidenceConvertsBothWays) {
   stored.capturedAt = std::chrono::floor<std::chrono::seconds>(snapshot.capturedAt);
   const std::string json = encodeJson(snapshot, JsonStyle::prettyPrinted) + "\n";
   const std::string evidence = CanonicalAccessibilityEvidenceCodec::encodeSnapshot(stored) + "\n";
-  EXPECT_EQ((ProgramRun{0, evidence, ""}), quillo({"evidence", "encode"}, json));
+  EXPECT_EQ((FinishedProgram{0, evidence, ""}), quillo({"evidence", "encode"}, json));
   writeFile(directory.path() / "evidence.json", evidence);
-  EXPECT_EQ((ProgramRun{0, json, ""}), quillo({"evidence", "decode", (directory.path() / "evidence.json").string()}));
-  EXPECT_EQ((ProgramRun{0, json, ""}), quillo({"evidence", "decode", "-"}, evidence));
+  EXPECT_EQ((FinishedProgram{0, json, ""}),
+            quillo({"evidence", "decode", (directory.path() / "evidence.json").string()}));
+  EXPECT_EQ((FinishedProgram{0, json, ""}), quillo({"evidence", "decode", "-"}, evidence));
   EXPECT_EQ(failing(1, "Accessibility evidence schema version 2 is not supported."),
             quillo({"evidence", "decode"}, "{\"schemaVersion\":2}"));
   EXPECT_EQ(2, quillo({"evidence"}).exitStatus);

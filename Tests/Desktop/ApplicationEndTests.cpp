@@ -11,36 +11,13 @@
 #include <thread>
 
 #include "ApplicationFixture.h"
+#include "OtherDisplay.h"
 #include "Tests/Support/GoldenFile.h"
 
 namespace quillo::test {
 namespace {
 
 using testing::HasSubstr;
-
-/// A display and its window manager, apart from the desktop's.
-class OtherDisplay {
- public:
-  OtherDisplay()
-      : announcement_(writeFile("display-number", "")),
-        server_({"sh", "-c", "exec Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp -noreset 3>\"$0\"",
-                 announcement_}) {
-    EXPECT_TRUE(eventually([this] { return readFile(announcement_).ends_with("\n"); }));
-    std::string number = readFile(announcement_);
-    number.pop_back();
-    environment_ = {"DISPLAY=:" + number};
-    manager_ = std::make_unique<RunningProgram>(Arguments{"env", environment_[0], "openbox", "--sm-disable"});
-  }
-
-  const std::vector<std::string>& environment() const { return environment_; }
-  void end() const { server_.signal(SIGKILL); }
-
- private:
-  std::string announcement_;
-  RunningProgram server_;
-  std::vector<std::string> environment_;
-  std::unique_ptr<RunningProgram> manager_;
-};
 
 class ApplicationEnd : public Application {
  protected:

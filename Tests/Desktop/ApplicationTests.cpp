@@ -20,8 +20,7 @@ using testing::StartsWith;
 TEST_F(Application, capturesTheWindowInFrontByShortcutAndKeepsWhatIsWrittenAboutIt) {
   auto application = start();
   ASSERT_TRUE(eventually([] { return hasWindow("Quillo"); })) << "without a tray the library is its face";
-  const RunningProgram editor({"mousepad", writeFile("letter.txt", "Dear reader")});
-  readWindowHolding(editor, {"Dear reader"});
+  const Editor editor;
   press("ctrl+alt+super+c");
   ASSERT_TRUE(eventually([] { return library().find("Mousepad") != std::string::npos; }));
 
@@ -41,8 +40,7 @@ TEST_F(Application, capturesTheWindowInFrontByShortcutAndKeepsWhatIsWrittenAbout
 TEST_F(Application, theMenuActsOnTheWindowTheUserCameFromAndHostsMayComeAndGo) {
   auto host = startTrayHost();
   const auto application = start({"--background"});
-  const RunningProgram editor({"mousepad", writeFile("note.txt", "Some note")});
-  readWindowHolding(editor, {"Some note"});
+  const Editor editor("Some note", "note.txt");
   ASSERT_TRUE(eventually([] { return menu().find("[-] Ready") != std::string::npos; }));
   EXPECT_FALSE(hasWindow("Quillo"));
   EXPECT_THAT(menu(), StartsWith("[-] Quillo\n----\n[x] Capture Frontmost Window  ⌃⌥⌘C\n"
@@ -65,8 +63,7 @@ TEST_F(Application, pastesWhatItCapturedIntoABrowserByShortcut) {
   const auto application = start({"--background"});
   ASSERT_TRUE(eventually([] { return menu().find("[-] Ready") != std::string::npos; }));
   {
-    const RunningProgram editor({"mousepad", writeFile("letter.txt", "Dear reader")});
-    readWindowHolding(editor, {"Dear reader"});
+    const Editor editor;
     press("ctrl+alt+super+c");
     ASSERT_TRUE(eventually([] { return menu().find("[-] Selected: ") != std::string::npos; }));
   }
@@ -78,7 +75,7 @@ TEST_F(Application, pastesWhatItCapturedIntoABrowserByShortcut) {
   EXPECT_THAT(browser.recorded(), HasSubstr("image "));
   EXPECT_THAT(browser.recorded(), HasSubstr("# Quillo capture: "));
   EXPECT_THAT(browser.recorded(), HasSubstr("Dear reader"));
-  EXPECT_EQ(runProgram({"xclip", "-selection", "clipboard", "-out"}).output, "what the user had copied");
+  EXPECT_EQ(clipboardText(), "what the user had copied");
 }
 
 // The panel is an alert on the accessibility bus, and nothing to the window manager and the pointer.
@@ -87,8 +84,7 @@ TEST_F(Application, thePanelIsAnnouncedAndTakesNeitherFocusNorClicks) {
   const auto application = start({"--background"});
   ASSERT_TRUE(eventually([] { return isRunning(); }));
   const RunningProgram reader({"sh", "-c", R"(exec "$0" >"$1")", QUILLO_TEST_PROGRAMS "/alert-listener.py", heard});
-  const RunningProgram editor({"mousepad", writeFile("letter.txt", "Dear reader")});
-  readWindowHolding(editor, {"Dear reader"});
+  const Editor editor;
   ASSERT_TRUE(eventually([&] { return readFile(heard).starts_with("ready\n"); }));
   press("ctrl+alt+super+c");
   ASSERT_TRUE(eventually([&] { return readFile(heard).find(" elements, complete\n") != std::string::npos; }))
@@ -112,8 +108,7 @@ TEST_F(Application, runsOnceAlsoWhereThereIsNoBus) {
   const Environment noBus = {"DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent"};
   auto application = start({}, noBus);
   ASSERT_TRUE(eventually([] { return hasWindow("Quillo"); }));
-  const RunningProgram editor({"mousepad", writeFile("letter.txt", "Dear reader")});
-  readWindowHolding(editor, {"Dear reader"});
+  const Editor editor;
   ASSERT_TRUE(eventually([] { return activeWindow().find("letter.txt") != std::string::npos; }));
   EXPECT_EQ(0, secondStart({"--background"}, noBus));
   EXPECT_THAT(activeWindow(), HasSubstr("letter.txt"));

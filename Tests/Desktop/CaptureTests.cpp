@@ -4,19 +4,31 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "OtherDisplay.h"
+#include "QuilloCore/Capture/AccessibilityContextCapturer.h"
+#include "QuilloCore/Capture/ContextCaptureService.h"
 #include "QuilloCore/Capture/ContextCaptureServiceError.h"
+#include "QuilloCore/Capture/FocusedAccessibilityWindowHintReader.h"
+#include "QuilloCore/Capture/FrontmostContextCaptureTargetResolver.h"
+#include "QuilloCore/Capture/FrontmostWindowScreenshotCapturer.h"
 #include "QuilloCore/Capture/WindowScreenshotCaptureError.h"
+#include "QuilloCore/Concurrency/BlockingLoop.h"
+#include "QuilloCore/Concurrency/SerialQueue.h"
+#include "QuilloCore/Concurrency/SystemMonotonicClock.h"
+#include "QuilloLinux/Accessibility/AtspiAccessibilityInterface.h"
+#include "QuilloLinux/Windows/X11RunningApplications.h"
+#include "QuilloLinux/Windows/X11WindowImage.h"
+#include "QuilloLinux/Windows/X11WindowList.h"
 #include "RunningProgram.h"
-#include "SteppedCapture.h"
 #include "TestWindow.h"
 #include "WindowReading.h"
 
@@ -29,17 +41,9 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-/// An editor that shows the letter; its window can be captured.
-struct Editor {
-  explicit Editor(const std::string& letter = "Dear reader") : program({"mousepad", writeFile("letter.txt", letter)}) {
-    readWindowHolding(program, {letter});
-    window = awaitWindow(program).windowID;
-  }
-  std::string number() const { return std::to_string(window); }
-
-  RunningProgram program;
-  std::uint32_t window = 0;
-};
+std::string numberOf(const Editor& editor) {
+  return std::to_string(editor.window());
+}
 
 std::string newLibrary() {
   static int count = 0;
@@ -58,6 +62,64 @@ std::vector<std::string> namesIn(const std::string& folder) {
 std::string firstLine(const std::string& text) {
   return text.substr(0, text.find('\n'));
 }
+
+ApplicationIdentity nameless(const std::string& /*windowClass*/) {
+  return {};
+}
+
+/// A capture of real windows whose steps a test takes one by one, so that something can happen between them.
+class SteppedCapture {
+ public:
+  /// Throws what the resolver throws.
+  FrozenContextCaptureTarget freeze(std::uint32_t windowID) {
+    FocusedAccessibilityWindowHintReader hints(accessibility_);
+    FrontmostContextCaptureTargetResolver resolver(windowList_, applications_, hints, wallClock_, {});
+    FrozenContextCaptureTarget target = resolver.resolveWindow(windowID);
+    images_->prepare(windowID);
+    return target;
+  }
+
+  /// Throws ContextCaptureServiceError.
+  ContextCaptureResult capture(const FrozenContextCaptureTarget& target,
+                               ContextCaptureOperationDeadlines deadlines = {}) {
+    ContextCaptureOperations operations;
+    operations.permissionProvider = [this] {
+      return ContextCapturePermissionState{
+          .screenRecordingGranted = images_->isAllowed(),
+          .accessibilityGranted = capturer_.isAccessGranted(AccessibilityTrustPrompt::silent)};
+    };
+    operations.screenshotOperation = [this](WindowCaptureTarget window) {
+      return screenshots_.capture(std::move(window));
+    };
+    operations.accessibilityOperation = [this](WindowCaptureTarget window) {
+      return capturer_.capture(clock_, accessibilityQueue_, std::move(window));
+    };
+    operations.secondLookOperation = [this](WindowCaptureTarget window) {
+      return screenshots_.lookAgain(std::move(window));
+    };
+    ContextCaptureService service(std::move(operations), clock_, workers_.executor(), deadlines);
+    return loop_.run([&] { return service.capture(target); });
+  }
+
+  /// The picture alone, for windows that are on no accessibility bus. Throws WindowScreenshotCaptureError.
+  WindowScreenshotCapture takePicture(const FrozenContextCaptureTarget& target) {
+    return loop_.run([&] { return screenshots_.capture(makeWindowCaptureTarget(target)); });
+  }
+
+ private:
+  SystemWallClock wallClock_;
+  SystemMonotonicClock clock_;
+  AtspiAccessibilityInterface accessibility_;
+  X11WindowList windowList_;
+  X11RunningApplications applications_{nameless};
+  std::shared_ptr<X11WindowImage> images_ = std::make_shared<X11WindowImage>(nameless);
+  BlockingLoop loop_;
+  AccessibilityContextCapturer capturer_{accessibility_, windowList_, wallClock_};
+  SerialQueue screenshotQueue_{"screenshot"};
+  SerialQueue accessibilityQueue_{"accessibility"};
+  SerialQueue workers_{"capture"};
+  FrontmostWindowScreenshotCapturer screenshots_{images_, clock_, screenshotQueue_};
+};
 
 TEST(Capture, windowThatClosesAfterFreezingIsNotReplacedByAnother) {
   SteppedCapture stepped;
@@ -86,8 +148,8 @@ TEST(Capture, applicationThatDiesOrStopsAfterFreezingFailsTheCaptureInTime) {
   SteppedCapture stepped;
   {
     const Editor editor;
-    const FrozenContextCaptureTarget target = stepped.freeze(editor.window);
-    editor.program.signal(SIGSTOP);
+    const FrozenContextCaptureTarget target = stepped.freeze(editor.window());
+    editor.program().signal(SIGSTOP);
     try {
       stepped.capture(target, {2, 1});
       ADD_FAILURE() << "a stopped program was read";
@@ -98,7 +160,7 @@ TEST(Capture, applicationThatDiesOrStopsAfterFreezingFailsTheCaptureInTime) {
   std::optional<FrozenContextCaptureTarget> target;
   {
     const Editor editor;
-    target = stepped.freeze(editor.window);
+    target = stepped.freeze(editor.window());
   }
   // Which half is first to find out is chance.
   try {
@@ -114,7 +176,7 @@ TEST(Capture, applicationThatDiesOrStopsAfterFreezingFailsTheCaptureInTime) {
 TEST(Capture, permissionsAreNamedWithWhatToDo) {
   const Editor editor;
   const std::string library = newLibrary();
-  const FinishedProgram deaf = runQuillo({"--library", library, "capture", "--window", editor.number()}, "",
+  const FinishedProgram deaf = runQuillo({"--library", library, "capture", "--window", numberOf(editor)}, "",
                                          {"DBUS_SESSION_BUS_ADDRESS=unix:path=/nowhere", "XDG_RUNTIME_DIR=/nowhere"});
   EXPECT_EQ(deaf.exitStatus, 1);
   EXPECT_EQ(deaf.output, "");
@@ -125,25 +187,18 @@ TEST(Capture, permissionsAreNamedWithWhatToDo) {
 }
 
 TEST(Capture, displayWithoutCompositeCountsAsScreenRecordingDenied) {
-  const std::string numberFile = std::string(std::getenv("HOME")) + "/display";
-  const RunningProgram server({"bash", "-c", "exec Xvfb -displayfd 1 -extension Composite >" + numberFile});
-  std::string number;
-  ASSERT_TRUE(eventually([&] {
-    number = runProgram({"cat", numberFile}).output;
-    return number.ends_with('\n');
-  }));
-  const std::string display = "DISPLAY=:" + firstLine(number);
-  const RunningProgram manager({"env", display, "openbox"});
-  const RunningProgram program({"env", display, "mousepad"});
+  const OtherDisplay display("-extension Composite");
+  const RunningProgram program({"env", display.environment()[0], "mousepad"});
   std::string window;
   ASSERT_TRUE(eventually([&] {
-    window = firstLine(runProgram({"xdotool", "search", "--onlyvisible", "--class", "mousepad"}, "", {display}).output);
+    window = firstLine(
+        runProgram({"xdotool", "search", "--onlyvisible", "--class", "mousepad"}, "", display.environment()).output);
     return !window.empty();
   }));
   const std::string library = newLibrary();
   FinishedProgram finished;
   eventually([&] {
-    finished = runQuillo({"--library", library, "capture", "--window", window}, "", {display});
+    finished = runQuillo({"--library", library, "capture", "--window", window}, "", display.environment());
     return finished.error.find("No window with the number") == std::string::npos;
   });
   EXPECT_EQ(finished.exitStatus, 1);
@@ -157,7 +212,7 @@ TEST(Capture, interruptedAtAnyInstantLeavesNothingOrOneWholeArtifact) {
   for (const char* seconds : {"0.02", "0.1", "0.15", "0.2", "0.25", "0.3", "0.35", "0.4", "0.5"}) {
     const FinishedProgram finished =
         runProgram({"timeout", "--foreground", "--preserve-status", "-s", "INT", seconds, QUILLO_PROGRAM, "--library",
-                    library, "capture", "--window", editor.number()});
+                    library, "capture", "--window", numberOf(editor)});
     if (finished.exitStatus == 0) {
       EXPECT_THAT(namesIn(library), ElementsAre(firstLine(finished.output) + ".quillo")) << seconds;
       EXPECT_EQ(runQuillo({"--library", library, "check"}).exitStatus, 0) << seconds;
@@ -174,8 +229,8 @@ TEST(Capture, windowResizedAfterFreezingIsCapturedInItsNewSizeWithAWarning) {
   SteppedCapture stepped;
   const Editor editor;
   for (const auto& [width, height] : {std::pair{900, 620}, {500, 300}}) {
-    const FrozenContextCaptureTarget target = stepped.freeze(editor.window);
-    runProgram({"xdotool", "windowsize", editor.number(), std::to_string(width), std::to_string(height)});
+    const FrozenContextCaptureTarget target = stepped.freeze(editor.window());
+    runProgram({"xdotool", "windowsize", numberOf(editor), std::to_string(width), std::to_string(height)});
     const ContextCaptureResult result = stepped.capture(target);
     EXPECT_EQ(result.screenshot.pixelWidth, width);
     EXPECT_EQ(result.screenshot.pixelHeight, height);
@@ -188,8 +243,8 @@ TEST(Capture, windowResizedAfterFreezingIsCapturedInItsNewSizeWithAWarning) {
   }
 }
 
-/// Runs lines in a mount namespace of their own, with `$quillo`, a library `$library` on a file system of its own, and
-/// the number of an editor's window, `$window`.
+/// Runs lines in a mount namespace of their own, with `$quillo`, a library `$library` on a file system of its own,
+/// and the number of an editor's window, `$window`.
 class CaptureIntoMountedLibrary : public testing::Test {
  protected:
   void SetUp() override {
@@ -201,7 +256,7 @@ class CaptureIntoMountedLibrary : public testing::Test {
     return runProgram({"unshare", "--mount", "bash", "-c",
                        "quillo=$0; library=$1; window=$2; mount -t tmpfs -o mode=700" + mountOptions +
                            " tmpfs \"$library\" || exit 9\n" + lines,
-                       QUILLO_PROGRAM, newLibrary(), editor_->number()});
+                       QUILLO_PROGRAM, newLibrary(), numberOf(*editor_)});
   }
 
  private:

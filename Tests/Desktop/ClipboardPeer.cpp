@@ -7,7 +7,6 @@
 
 #include <array>
 #include <chrono>
-#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <stdexcept>
@@ -41,6 +40,18 @@ Event awaitEvent(xcb_connection_t* connection, const std::function<bool(const xc
     poll(&source, 1, 1000);
   }
   throw std::runtime_error("nothing came from the clipboard's owner");
+}
+
+/// Answers the request; `property` says where the answer stands.
+void notify(xcb_connection_t* connection, const xcb_selection_request_event_t& request, std::uint32_t property) {
+  xcb_selection_notify_event_t notice{};
+  notice.response_type = XCB_SELECTION_NOTIFY;
+  notice.time = request.time;
+  notice.requestor = request.requestor;
+  notice.selection = request.selection;
+  notice.target = request.target;
+  notice.property = property;
+  xcb_send_event(connection, 0, request.requestor, 0, reinterpret_cast<const char*>(&notice));
 }
 
 std::uint8_t kindOf(const xcb_generic_event_t& event) {
@@ -100,17 +111,9 @@ void ClipboardPeer::run() {
       if (!event) break;
       if (kindOf(*event) == XCB_SELECTION_REQUEST) {
         const auto& request = reinterpret_cast<const xcb_selection_request_event_t&>(*event);
-        xcb_selection_notify_event_t notice{};
-        notice.response_type = XCB_SELECTION_NOTIFY;
-        notice.time = request.time;
-        notice.requestor = request.requestor;
-        notice.selection = request.selection;
-        notice.target = request.target;
         constexpr std::uint32_t silence = UINT32_MAX;
-        notice.property = answer(request.requestor, request.target, request.property);
-        if (notice.property != silence) {
-          xcb_send_event(connection_->get(), 0, request.requestor, 0, reinterpret_cast<const char*>(&notice));
-        }
+        const std::uint32_t property = answer(request.requestor, request.target, request.property);
+        if (property != silence) notify(connection_->get(), request, property);
       } else if (kindOf(*event) == XCB_PROPERTY_NOTIFY) {
         const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(*event);
         if (change.state == XCB_PROPERTY_DELETE) givePiece(change.atom);
@@ -269,14 +272,7 @@ void SavingManager::save() {
     answers.emplace_back(types[i], OwnerAnswer{.data = received[i]->data, .type = received[i]->type});
   }
   saved_ = std::make_unique<ClipboardPeer>(std::move(answers));
-  xcb_selection_notify_event_t notice{};
-  notice.response_type = XCB_SELECTION_NOTIFY;
-  notice.time = request.time;
-  notice.requestor = request.requestor;
-  notice.selection = request.selection;
-  notice.target = request.target;
-  notice.property = request.property;
-  xcb_send_event(connection_.get(), 0, request.requestor, 0, reinterpret_cast<const char*>(&notice));
+  notify(connection_.get(), request, request.property);
   xcb_flush(connection_.get());
 }
 

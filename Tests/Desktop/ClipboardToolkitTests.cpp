@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,12 +32,12 @@ class ClipboardToolkit : public Clipboard {
  protected:
   /// Starts a program that takes the clipboard, and waits until it has.
   void startOwner(const Arguments& arguments) {
+    const std::uint32_t before = requestor_.connection().owner();
     owner_ = std::make_unique<RunningProgram>(arguments);
-    awaitOwner();
-  }
-
-  void awaitOwner() {
-    ASSERT_TRUE(eventually([&] { return requestor_.connection().owner() != 0; }));
+    ASSERT_TRUE(eventually([&] {
+      const std::uint32_t owner = requestor_.connection().owner();
+      return owner != 0 && owner != before;
+    }));
   }
 
   /// A capture is put on the clipboard and the clipboard given back; then everything is as the owner had it.
@@ -68,31 +67,27 @@ class ClipboardToolkit : public Clipboard {
   std::unique_ptr<RunningProgram> owner_;
 };
 
-TEST_F(ClipboardToolkit, gtk3ComesBack) {
-  startOwner({gtkProgram, "3", "own-image"});
-  expectTheClipboardBack("image/png");
-  EXPECT_THAT(runProgram({gtkProgram, "3", "read"}).output, HasSubstr("[300, 200]"));
-  startOwner({gtkProgram, "3", "own-text"});
-  ASSERT_TRUE(eventually([&] { return requestor_.ask("UTF8_STRING").has_value(); }));
-  expectTheClipboardBack("UTF8_STRING");
-}
-
-TEST_F(ClipboardToolkit, gtk4ComesBack) {
-  startOwner({gtkProgram, "4", "own-image"});
-  expectTheClipboardBack("image/png");
-  EXPECT_THAT(runProgram({gtkProgram, "4", "read"}).output, HasSubstr("[300, 200]"));
-  startOwner({gtkProgram, "4", "own-text"});
-  ASSERT_TRUE(eventually([&] { return requestor_.ask("UTF8_STRING").has_value(); }));
-  expectTheClipboardBack("UTF8_STRING");
-}
-
-TEST_F(ClipboardToolkit, qtComesBack) {
-  startOwner({QUILLO_QT_CLIPBOARD_PROGRAM, "own-image"});
-  expectTheClipboardBack("image/png");
-  EXPECT_THAT(runProgram({QUILLO_QT_CLIPBOARD_PROGRAM, "read"}).output, HasSubstr("[1500,800]"));
-  startOwner({QUILLO_QT_CLIPBOARD_PROGRAM, "own-text"});
-  ASSERT_TRUE(eventually([&] { return requestor_.ask("UTF8_STRING").has_value(); }));
-  expectTheClipboardBack("UTF8_STRING");
+TEST_F(ClipboardToolkit, picturesAndWordsOfEachComeBack) {
+  struct Toolkit {
+    Arguments program;
+    const char* imageSize;
+  };
+  for (const auto& [program, imageSize] : {Toolkit{{gtkProgram, "3"}, "[300, 200]"},
+                                           {{gtkProgram, "4"}, "[300, 200]"},
+                                           {{QUILLO_QT_CLIPBOARD_PROGRAM}, "[1500,800]"}}) {
+    SCOPED_TRACE(testing::PrintToString(program));
+    const auto doing = [&](const char* deed) {
+      Arguments arguments = program;
+      arguments.emplace_back(deed);
+      return arguments;
+    };
+    startOwner(doing("own-image"));
+    expectTheClipboardBack("image/png");
+    EXPECT_THAT(runProgram(doing("read")).output, HasSubstr(imageSize));
+    startOwner(doing("own-text"));
+    ASSERT_TRUE(eventually([&] { return requestor_.ask("UTF8_STRING").has_value(); }));
+    expectTheClipboardBack("UTF8_STRING");
+  }
 }
 
 TEST_F(ClipboardToolkit, chromiumComesBack) {
@@ -102,7 +97,7 @@ TEST_F(ClipboardToolkit, chromiumComesBack) {
   ASSERT_TRUE(eventually([&] { return browser.recorded().find("words to copy") != std::string::npos; }));
   write({});
   runProgram({"xdotool", "key", "ctrl+a", "ctrl+c"});
-  awaitOwner();
+  ASSERT_TRUE(eventually([&] { return requestor_.connection().owner() != 0; }));
   expectTheClipboardBack("text/html");
 }
 

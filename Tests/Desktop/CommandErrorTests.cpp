@@ -8,10 +8,10 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <cstddef>
 #include <cstring>
 #include <future>
 #include <string>
+#include <utility>
 
 #include "RunningProgram.h"
 #include "WindowReading.h"
@@ -40,8 +40,8 @@ TEST(CommandErrors, snapshotSaysWhatIsMissing) {
 }
 
 TEST(CommandErrors, snapshotNeedsAccessibility) {
-  const RunningProgram editor({"mousepad"});
-  const std::string window = std::to_string(awaitWindow(editor).windowID);
+  const Editor editor;
+  const std::string window = std::to_string(editor.window());
   const std::string denied = "Quillo needs Accessibility access in System Settings to capture application context.";
   expectFailure(runQuillo({"snapshot", "--window", window}, "",
                           {"DBUS_SESSION_BUS_ADDRESS=unix:path=/nowhere", "XDG_RUNTIME_DIR=/nowhere"}),
@@ -85,9 +85,8 @@ class SilentService {
 
 TEST(CommandErrors, whatDoesNotAnswerIsGivenUpAtItsDeadline) {
   const SilentService silent;
-  const RunningProgram editor({"mousepad"});
-  const std::string window = std::to_string(awaitWindow(editor).windowID);
-  ASSERT_TRUE(eventually([&] { return runQuillo({"snapshot", "--window", window}).exitStatus == 0; }));
+  const Editor editor;
+  const std::string window = std::to_string(editor.window());
 
   const std::vector<std::string> sessionBus = {"DBUS_SESSION_BUS_ADDRESS=" + silent.busAddress()};
   const FinishedProgram noSession = runQuillo({"snapshot", "--window", window}, "", sessionBus);
@@ -100,7 +99,7 @@ TEST(CommandErrors, whatDoesNotAnswerIsGivenUpAtItsDeadline) {
 
   // Side by side, because each takes the whole deadline. The stopped application is found on the bus, the stopped bus
   // is not asked for it.
-  editor.signal(SIGSTOP);
+  editor.program().signal(SIGSTOP);
   constexpr double deadline = 15;
   const std::string timedOut = "Accessibility capture exceeded its 15-second safety deadline.";
   auto onSilentBus = std::async(std::launch::async, [&] {
@@ -115,8 +114,7 @@ TEST(CommandErrors, whatDoesNotAnswerIsGivenUpAtItsDeadline) {
 }
 
 TEST(CommandErrors, doctorNamesApplicationsThatAreNotOnTheBus) {
-  const RunningProgram editor({"mousepad"});
-  readWindowHolding(editor, {"Mousepad"});
+  const Editor editor;
   const FinishedProgram before = runQuillo({"doctor"});
   EXPECT_EQ(before.exitStatus, 0) << before.output;
 
@@ -125,7 +123,7 @@ TEST(CommandErrors, doctorNamesApplicationsThatAreNotOnTheBus) {
   const FinishedProgram doctor = runQuillo({"doctor"});
   EXPECT_EQ(doctor.exitStatus, 1);
   EXPECT_THAT(doctor.output, HasSubstr("missing Application: process " + std::to_string(deaf.pid()) + " ("));
-  EXPECT_THAT(doctor.output, Not(HasSubstr(std::to_string(editor.pid()) + " (")));
+  EXPECT_THAT(doctor.output, Not(HasSubstr(std::to_string(editor.program().pid()) + " (")));
 }
 
 TEST(CommandErrors, filtersRefuseWhatIsNoCapture) {
@@ -139,24 +137,20 @@ TEST(CommandErrors, filtersRefuseWhatIsNoCapture) {
 }
 
 TEST(CommandErrors, outputThatCannotBeWrittenIsAFailure) {
-  const auto runInShell = [](const char* command) { return runProgram({"bash", "-c", command, QUILLO_PROGRAM}); };
-  const FinishedProgram onFullDisk = runInShell("\"$0\" --version >/dev/full");
-  EXPECT_EQ(onFullDisk.exitStatus, 1);
-  EXPECT_EQ(onFullDisk.error, "quillo: The output could not be written: No space left on device\n");
-  const FinishedProgram toNobody = runInShell("exec 7> >(true); wait $!; \"$0\" --version >&7");
-  EXPECT_EQ(toNobody.exitStatus, 1);
-  EXPECT_EQ(toNobody.error, "quillo: The output could not be written: Broken pipe\n");
-  const FinishedProgram toNothing = runInShell("\"$0\" --version >&-");
-  EXPECT_EQ(toNothing.exitStatus, 1);
-  EXPECT_EQ(toNothing.error, "quillo: The output could not be written: Bad file descriptor\n");
-  EXPECT_EQ(runInShell("\"$0\" observe /nowhere 2>&-").exitStatus, 1);
+  for (const auto& [command, reason] : {std::pair("\"$0\" --version >/dev/full", "No space left on device"),
+                                        {"exec 7> >(true); wait $!; \"$0\" --version >&7", "Broken pipe"},
+                                        {"\"$0\" --version >&-", "Bad file descriptor"}}) {
+    const FinishedProgram finished = runProgram({"bash", "-c", command, QUILLO_PROGRAM});
+    EXPECT_EQ(finished.exitStatus, 1);
+    EXPECT_EQ(finished.error, std::string("quillo: The output could not be written: ") + reason + "\n");
+  }
+  EXPECT_EQ(runProgram({"bash", "-c", "\"$0\" observe /nowhere 2>&-", QUILLO_PROGRAM}).exitStatus, 1);
 }
 
 TEST(CommandErrors, interruptedCaptureEndsAtOnceAndSaysNothing) {
-  const RunningProgram editor({"mousepad"});
-  const std::string window = std::to_string(awaitWindow(editor).windowID);
-  ASSERT_TRUE(eventually([&] { return runQuillo({"snapshot", "--window", window}).exitStatus == 0; }));
-  editor.signal(SIGSTOP);
+  const Editor editor;
+  const std::string window = std::to_string(editor.window());
+  editor.program().signal(SIGSTOP);
   for (const char* signal : {"INT", "TERM"}) {
     // In the foreground it signals once; otherwise it signals its group as well, and the second signal kills.
     const FinishedProgram finished = runProgram({"timeout", "--foreground", "--preserve-status", "-s", signal, "0.3",

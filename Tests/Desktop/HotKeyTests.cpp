@@ -4,15 +4,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
+#include <xcb/xcb.h>
 
 #include <chrono>
-#include <condition_variable>
 #include <csignal>
 #include <cstdlib>
-#include <deque>
 #include <filesystem>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <utility>
@@ -21,10 +19,11 @@
 #include "QuilloCore/Shortcuts/GlobalHotKeyController.h"
 #include "QuilloLinux/Keyboard/X11HotKeys.h"
 #include "QuilloLinux/Keyboard/X11KeyCodes.h"
+#include "QuilloLinux/X11/X11Connection.h"
 #include "RunningProgram.h"
-#include "TestKeyboard.h"
 #include "Tests/Support/FakeRunningApplications.h"
 #include "Tests/Support/HotKeyRegisteringContract.h"
+#include "Tests/Support/ManualLoop.h"
 #include "Tests/Support/TemporaryDirectory.h"
 
 namespace quillo::test {
@@ -41,30 +40,87 @@ constexpr auto option = QuilloHotKeyModifiers::option;
 constexpr auto shift = QuilloHotKeyModifiers::shift;
 constexpr auto command = QuilloHotKeyModifiers::command;
 
-/// Jobs that the test runs itself.
-class ManualQueue final : public JobQueue {
+/// Keys of the display's keyboard, by the display's codes (X11KeyCodes.h has those of letters).
+using Key = std::uint8_t;
+constexpr Key capsLock = 66;
+constexpr Key numLock = 77;
+
+/// Presses keys as a person would.
+class TestKeyboard {
  public:
-  void post(Job job) override {
-    const std::scoped_lock guard(lock_);
-    jobs_.push_back(std::move(job));
-    hasMore_.notify_one();
+  static void press(Key key) { act("keydown", {key}); }
+  static void release(Key key) { act("keyup", {key}); }
+  static void tap(Key key) { act("key", {key}); }
+  static void pressModifiers(QuilloHotKeyModifiers modifiers) { act("keydown", keysOf(modifiers)); }
+  static void releaseModifiers(QuilloHotKeyModifiers modifiers) { act("keyup", keysOf(modifiers)); }
+  static void type(const QuilloHotKey& hotKey) {
+    pressModifiers(hotKey.modifiers);
+    tap(x11KeyCode(hotKey.keyCode).value());
+    releaseModifiers(hotKey.modifiers);
   }
 
-  /// Runs the next job; false when none has come in that time.
-  bool runOne(std::chrono::milliseconds patience) {
-    std::unique_lock guard(lock_);
-    if (!hasMore_.wait_for(guard, patience, [&] { return !jobs_.empty(); })) return false;
-    Job job = std::move(jobs_.front());
-    jobs_.pop_front();
-    guard.unlock();
-    job();
-    return true;
+  /// Num Lock then stands for this modifier alone, "mod2" or "mod3".
+  static bool makeNumLock(const std::string& modifier) {
+    const Arguments arguments = {
+        "xmodmap", "-e", "clear mod2", "-e", "clear mod3", "-e", "add " + modifier + " = Num_Lock"};
+    return runProgram(arguments).exitStatus == 0;
   }
 
  private:
-  std::mutex lock_;
-  std::condition_variable hasMore_;
-  std::deque<Job> jobs_;
+  static void act(const char* action, const std::vector<Key>& keys) {
+    Arguments arguments = {"xdotool"};
+    for (const Key key : keys) arguments.insert(arguments.end(), {action, std::to_string(key)});
+    if (!keys.empty()) EXPECT_EQ(runProgram(arguments).exitStatus, 0);
+  }
+  static std::vector<Key> keysOf(QuilloHotKeyModifiers modifiers) {
+    std::vector<Key> keys;
+    for (const auto& [modifier, key] :
+         {std::pair(control, Key{37}), {option, Key{64}}, {shift, Key{50}}, {command, Key{133}}}) {
+      if (modifiers.contains(modifier)) keys.push_back(key);
+    }
+    return keys;
+  }
+};
+
+/// Another program, which has grabbed a combination, perhaps with a lock's modifier.
+class OtherProgramsHotKey {
+ public:
+  explicit OtherProgramsHotKey(const QuilloHotKey& hotKey, unsigned lock = 0) : connection_(connectToDisplay()) {
+    unsigned mask = lock;
+    for (const auto& [modifier, bit] : {std::pair(control, XCB_MOD_MASK_CONTROL),
+                                        {option, XCB_MOD_MASK_1},
+                                        {shift, XCB_MOD_MASK_SHIFT},
+                                        {command, XCB_MOD_MASK_4}}) {
+      if (hotKey.modifiers.contains(modifier)) mask |= bit;
+    }
+    const auto cookie =
+        xcb_grab_key_checked(connection_, 0, root(), static_cast<std::uint16_t>(mask),
+                             x11KeyCode(hotKey.keyCode).value(), XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    isGrabbed_ = !X11Reply<xcb_generic_error_t>(xcb_request_check(connection_, cookie));
+  }
+  OtherProgramsHotKey(const OtherProgramsHotKey&) = delete;
+  OtherProgramsHotKey& operator=(const OtherProgramsHotKey&) = delete;
+  ~OtherProgramsHotKey() {
+    xcb_request_check(connection_, xcb_ungrab_key_checked(connection_, XCB_GRAB_ANY, root(), XCB_MOD_MASK_ANY));
+    xcb_disconnect(connection_);
+  }
+
+  bool isGrabbed() const { return isGrabbed_; }
+  /// How many presses and releases it has got so far.
+  int eventCount() {
+    while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
+      const unsigned type = event->response_type & 0x7FU;
+      if (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE) ++eventCount_;
+    }
+    return eventCount_;
+  }
+
+ private:
+  std::uint32_t root() const { return xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root; }
+
+  xcb_connection_t* connection_;
+  bool isGrabbed_ = false;
+  int eventCount_ = 0;
 };
 
 /// Long enough for the display to answer many times over; the tests wait so long only for what must not come.
@@ -88,14 +144,13 @@ class HotKeys : public testing::Test {
 
   /// The ids that have been released, once `count` have come and no further one follows.
   std::vector<std::uint32_t> awaitReleased(std::size_t count = 1) {
-    while (released.size() < count && queue->runOne(longPatience)) continue;
-    while (queue->runOne(shortPatience)) continue;
+    while (released.size() < count && loop.runOne(longPatience)) continue;
+    while (loop.runOne(shortPatience)) continue;
     return std::exchange(released, {});
   }
 
-  std::shared_ptr<ManualQueue> queue = std::make_shared<ManualQueue>();
-  X11HotKeys hotKeys{TaskExecutor(queue)};
-  TestKeyboard keyboard;
+  ManualLoop loop;
+  X11HotKeys hotKeys{loop.executor()};
   std::vector<std::uint32_t> released;
   std::vector<std::pair<std::uint32_t, HotKeyStatus>> lost;
   std::vector<HotKeyReference> references;
@@ -109,8 +164,8 @@ TEST_F(HotKeys, keepTheContract) {
   expectHotKeyRegisteringContract({.registrar = hotKeys,
                                    .press =
                                        [&](const QuilloHotKey& hotKey) {
-                                         keyboard.type(hotKey);
-                                         while (queue->runOne(shortPatience)) continue;
+                                         TestKeyboard::type(hotKey);
+                                         while (loop.runOne(shortPatience)) continue;
                                        },
                                    .reserveElsewhere =
                                        [&](const QuilloHotKey& hotKey) {
@@ -124,25 +179,25 @@ TEST_F(HotKeys, keepTheContract) {
 TEST_F(HotKeys, fireOnceWhenTheKeyIsReleased) {
   ASSERT_EQ(install(), hotKeySucceeded);
   ASSERT_EQ(registerHotKey(capture, 1), hotKeySucceeded);
-  keyboard.pressModifiers(capture.modifiers);
-  keyboard.press(*x11KeyCode(capture.keyCode));
+  TestKeyboard::pressModifiers(capture.modifiers);
+  TestKeyboard::press(*x11KeyCode(capture.keyCode));
   EXPECT_THAT(awaitReleased(0), IsEmpty());
-  keyboard.release(*x11KeyCode(capture.keyCode));
+  TestKeyboard::release(*x11KeyCode(capture.keyCode));
   EXPECT_THAT(awaitReleased(), ElementsAre(1));
-  keyboard.releaseModifiers(capture.modifiers);
+  TestKeyboard::releaseModifiers(capture.modifiers);
 
   // The modifiers go first.
-  keyboard.pressModifiers(capture.modifiers);
-  keyboard.press(*x11KeyCode(capture.keyCode));
-  keyboard.releaseModifiers(capture.modifiers);
+  TestKeyboard::pressModifiers(capture.modifiers);
+  TestKeyboard::press(*x11KeyCode(capture.keyCode));
+  TestKeyboard::releaseModifiers(capture.modifiers);
   EXPECT_THAT(awaitReleased(0), IsEmpty());
-  keyboard.release(*x11KeyCode(capture.keyCode));
+  TestKeyboard::release(*x11KeyCode(capture.keyCode));
   EXPECT_THAT(awaitReleased(), ElementsAre(1));
 
   // Fewer or more modifiers, and another key, are not it.
   for (const QuilloHotKey& other :
        {QuilloHotKey{8, control | option, ""}, {8, control | option | shift | command, ""}, {8, {}, ""}, paste}) {
-    keyboard.type(other);
+    TestKeyboard::type(other);
   }
   EXPECT_THAT(awaitReleased(0), IsEmpty());
 }
@@ -150,18 +205,18 @@ TEST_F(HotKeys, fireOnceWhenTheKeyIsReleased) {
 TEST_F(HotKeys, heldKeyRepeatsAndStillFiresOnce) {
   ASSERT_EQ(install(), hotKeySucceeded);
   ASSERT_EQ(registerHotKey(capture, 1), hotKeySucceeded);
-  keyboard.setRepeat(20, 5);
+  ASSERT_EQ(runProgram({"xset", "r", "rate", "20", "200"}).exitStatus, 0);
   // The keyboard does repeat: another program sees it.
   OtherProgramsHotKey other(paste);
-  keyboard.pressModifiers(paste.modifiers);
-  keyboard.press(*x11KeyCode(paste.keyCode));
+  TestKeyboard::pressModifiers(paste.modifiers);
+  TestKeyboard::press(*x11KeyCode(paste.keyCode));
   EXPECT_TRUE(eventually([&] { return other.eventCount() > 20; }));
-  keyboard.release(*x11KeyCode(paste.keyCode));
+  TestKeyboard::release(*x11KeyCode(paste.keyCode));
 
-  keyboard.press(*x11KeyCode(capture.keyCode));
-  while (queue->runOne(5 * shortPatience)) continue;
+  TestKeyboard::press(*x11KeyCode(capture.keyCode));
+  while (loop.runOne(5 * shortPatience)) continue;
   EXPECT_THAT(released, IsEmpty());
-  keyboard.release(*x11KeyCode(capture.keyCode));
+  TestKeyboard::release(*x11KeyCode(capture.keyCode));
   EXPECT_THAT(awaitReleased(), ElementsAre(1));
 }
 
@@ -169,13 +224,12 @@ TEST_F(HotKeys, workWhicheverLocksAreOn) {
   ASSERT_EQ(install(), hotKeySucceeded);
   ASSERT_EQ(registerHotKey(capture, 1), hotKeySucceeded);
   ASSERT_EQ(registerHotKey(paste, 2), hotKeySucceeded);
-  for (const std::vector<std::uint8_t>& locks :
-       std::vector<std::vector<std::uint8_t>>{{Keys::capsLock}, {Keys::capsLock, Keys::numLock}, {Keys::numLock}}) {
-    for (const std::uint8_t lock : locks) keyboard.tap(lock);
-    keyboard.type(paste);
-    keyboard.type(capture);
+  for (const auto& locks : std::vector<std::vector<Key>>{{capsLock}, {capsLock, numLock}, {numLock}}) {
+    for (const Key lock : locks) TestKeyboard::tap(lock);
+    TestKeyboard::type(paste);
+    TestKeyboard::type(capture);
     EXPECT_THAT(awaitReleased(2), ElementsAre(2, 1));
-    for (const std::uint8_t lock : locks) keyboard.tap(lock);
+    for (const Key lock : locks) TestKeyboard::tap(lock);
   }
 }
 
@@ -192,7 +246,7 @@ TEST_F(HotKeys, areKeysInTheirPlacesWhateverTheyType) {
     Arguments change = {"setxkbmap"};
     change.insert(change.end(), layout.begin(), layout.end());
     ASSERT_EQ(runProgram(change).exitStatus, 0) << layout[0];
-    for (const QuilloHotKey& hotKey : all) keyboard.type(hotKey);
+    for (const QuilloHotKey& hotKey : all) TestKeyboard::type(hotKey);
     EXPECT_THAT(awaitReleased(all.size()), ElementsAre(0, 1, 2, 3, 4)) << layout[0];
   }
   EXPECT_THAT(lost, IsEmpty());
@@ -201,22 +255,22 @@ TEST_F(HotKeys, areKeysInTheirPlacesWhateverTheyType) {
 TEST_F(HotKeys, followALockThatBecomesAnotherModifier) {
   ASSERT_EQ(install(), hotKeySucceeded);
   ASSERT_EQ(registerHotKey(capture, 1), hotKeySucceeded);
-  ASSERT_TRUE(keyboard.makeNumLock(5));
-  while (queue->runOne(shortPatience)) continue;
-  keyboard.tap(Keys::numLock);
-  keyboard.type(capture);
+  ASSERT_TRUE(TestKeyboard::makeNumLock("mod3"));
+  while (loop.runOne(shortPatience)) continue;
+  TestKeyboard::tap(numLock);
+  TestKeyboard::type(capture);
   EXPECT_THAT(awaitReleased(), ElementsAre(1));
-  keyboard.tap(Keys::numLock);
-  ASSERT_TRUE(keyboard.makeNumLock(4));
-  while (queue->runOne(shortPatience)) continue;
+  TestKeyboard::tap(numLock);
+  ASSERT_TRUE(TestKeyboard::makeNumLock("mod2"));
+  while (loop.runOne(shortPatience)) continue;
 
   // Another program has the combination with the modifier that the lock becomes.
   const OtherProgramsHotKey other(capture, 1U << 5U);
   ASSERT_TRUE(other.isGrabbed());
-  ASSERT_TRUE(keyboard.makeNumLock(5));
-  while (lost.empty() && queue->runOne(longPatience)) continue;
+  ASSERT_TRUE(TestKeyboard::makeNumLock("mod3"));
+  while (lost.empty() && loop.runOne(longPatience)) continue;
   EXPECT_THAT(lost, ElementsAre(std::pair(1U, hotKeyIsTaken)));
-  keyboard.type(capture);
+  TestKeyboard::type(capture);
   EXPECT_THAT(awaitReleased(0), IsEmpty());
 }
 
@@ -247,16 +301,16 @@ TEST_F(HotKeys, pairIsReservedWholeOrNotAtAll) {
   ASSERT_TRUE(registerPair());
   EXPECT_FALSE(OtherProgramsHotKey(capture).isGrabbed());
   EXPECT_FALSE(OtherProgramsHotKey(paste).isGrabbed());
-  keyboard.type(paste);
-  keyboard.type(capture);
-  while (calls.size() < 2 && queue->runOne(longPatience)) continue;
+  TestKeyboard::type(paste);
+  TestKeyboard::type(capture);
+  while (calls.size() < 2 && loop.runOne(longPatience)) continue;
   EXPECT_THAT(calls, ElementsAre("paste 42", "capture"));
 
   // A release that is on its way when they are taken back reaches nobody.
-  keyboard.type(capture);
+  TestKeyboard::type(capture);
   ::usleep(10'000);
   controller.unregisterAll();
-  while (queue->runOne(shortPatience)) continue;
+  while (loop.runOne(shortPatience)) continue;
   EXPECT_EQ(calls.size(), 2U);
   EXPECT_TRUE(OtherProgramsHotKey(capture).isGrabbed());
   EXPECT_TRUE(OtherProgramsHotKey(paste).isGrabbed());
@@ -295,7 +349,7 @@ TEST_F(HotKeys, displayThatGoesAwayIsALoss) {
     ASSERT_TRUE(eventually([&] { return install() == hotKeySucceeded; }));
     ASSERT_EQ(registerHotKey(capture, 1), hotKeySucceeded);
     server.signal(SIGKILL);
-    while (lost.empty() && queue->runOne(longPatience)) continue;
+    while (lost.empty() && loop.runOne(longPatience)) continue;
   }
   EXPECT_THAT(lost, ElementsAre(std::pair(0U, hotKeyDisplayIsUnavailable)));
   EXPECT_EQ(registerHotKey(paste, 2), hotKeyDisplayIsUnavailable);
@@ -305,7 +359,7 @@ TEST_F(HotKeys, displayThatGoesAwayIsALoss) {
   ::setenv("DISPLAY", display.c_str(), 1);
   ASSERT_EQ(install(), hotKeySucceeded);
   ASSERT_EQ(registerHotKey(capture, 1), hotKeySucceeded);
-  keyboard.type(capture);
+  TestKeyboard::type(capture);
   EXPECT_THAT(awaitReleased(), ElementsAre(1));
 }
 

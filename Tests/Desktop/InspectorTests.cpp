@@ -19,24 +19,12 @@ namespace {
 
 class Inspector : public Application {
  protected:
-  static std::string clipboard() { return runProgram({"xclip", "-selection", "clipboard", "-out"}).output; }
-
   static const AccessibilityNode& named(const AccessibilitySnapshot& window, std::string_view role,
                                         std::string_view name) {
     for (const AccessibilityNode& node : window.nodes) {
       if (node.role == role && textAttribute(node, "AXTitle").starts_with(name)) return node;
     }
     throw std::runtime_error(fmt::format("there is no {} named {}", role, name));
-  }
-
-  /// On the screen.
-  static ArtifactRect frameOf(const AccessibilityNode& node) {
-    const auto* position = node.attribute("AXPosition");
-    const auto* size = node.attribute("AXSize");
-    if (position == nullptr || size == nullptr) throw std::runtime_error("it has no frame");
-    const auto [x, y] = std::get<ArtifactPoint>(*position);
-    const auto [width, height] = std::get<ArtifactSize>(*size);
-    return {.x = x, .y = y, .width = width, .height = height};
   }
 
   static void pointAt(double x, double y) {
@@ -84,19 +72,19 @@ TEST_F(Inspector, theLedgerTheScreenshotAndTheClipboardAgree) {
   press("Home");
   ASSERT_TRUE(pictureSays(*application, "Lit: window Qt widgets"));
   press("ctrl+c");
-  EXPECT_TRUE(eventually([] { return clipboard() == "Qt widgets"; })) << clipboard();
+  EXPECT_TRUE(eventually([] { return clipboardText() == "Qt widgets"; })) << clipboardText();
   press("alt+l");
   press("Down");
   press("Down");
   EXPECT_TRUE(pictureSays(*application, "Lit: menu item File"));
   press("ctrl+b");
-  EXPECT_TRUE(eventually([] { return clipboard() == "menu item “File”\n"; })) << clipboard();
+  EXPECT_TRUE(eventually([] { return clipboardText() == "menu item “File”\n"; })) << clipboardText();
 
   // Either side shows what the pointer is at on the other.
   const AccessibilitySnapshot window = readWindow(awaitWindow(*application));
-  const ArtifactRect screenshot = frameOf(named(window, "AXGroup", "Screenshot"));
-  const ArtifactRect ledger = frameOf(named(window, "AXOutline", "Ledger"));
-  const ArtifactRect line = frameOf(named(window, "AXCell", "section Account"));
+  const ArtifactRect screenshot = named(window, "AXGroup", "Screenshot").frame.value();
+  const ArtifactRect ledger = named(window, "AXOutline", "Ledger").frame.value();
+  const ArtifactRect line = named(window, "AXCell", "section Account").frame.value();
   pointAt(10, 10);
   const auto picture = pixels(*application, screenshot);
   pointAt(line.x + 20, line.y + line.height / 2);

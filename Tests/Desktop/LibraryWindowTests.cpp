@@ -52,8 +52,6 @@ class LibraryOfThree : public Application {
     return eventually([&] { return runQuillo({"snapshot"}).output.find(text) != std::string::npos; });
   }
 
-  static std::string clipboard() { return runProgram({"xclip", "-selection", "clipboard", "-out"}).output; }
-
  private:
   std::unique_ptr<RunningProgram> application_;
 };
@@ -112,7 +110,7 @@ TEST_F(LibraryOfThree, listObeysItsKeys) {
   const std::string id = bundleOf("Harbour").substr(libraryPath().size() + 1, 36);
   const std::string text = runQuillo({"text", id}).output;
   EXPECT_THAT(text, HasSubstr("Harbour"));
-  EXPECT_TRUE(eventually([&] { return clipboard() + "\n" == text; })) << clipboard();
+  EXPECT_TRUE(eventually([&] { return clipboardText() + "\n" == text; })) << clipboardText();
 
   press("space");
   EXPECT_TRUE(eventually([] { return hasWindow("Harbour"); }));

@@ -21,24 +21,34 @@ std::string captureArtifact() {
   return captured.output.substr(0, captured.output.find('\n'));
 }
 
-std::string clipboardText() {
-  return runProgram({"xclip", "-selection", "clipboard", "-out"}).output;
-}
+/// A user who has captured the recorder's window and then copied something.
+struct Pasting {
+  Pasting() {
+    runProgram({"xclip", "-selection", "clipboard", "-in"}, "what the user had copied");
+    EXPECT_TRUE(eventually([] { return clipboardText() == "what the user had copied"; }));
+  }
+
+  /// Pastes, and runs further lines of the shell when the screenshot has arrived; "$0" stands for the command.
+  FinishedProgram pasteAnd(const std::string& lines) const {
+    return runProgram({"sh", "-c", "\"$0\" paste $1 & until grep -qs image \"$2\"; do sleep 0.02; done; " + lines,
+                       QUILLO_PROGRAM, artifact, recorder.path()});
+  }
+
+  PasteRecorder recorder{PasteField::qtEditor};
+  std::string artifact = captureArtifact();
+};
 
 TEST(PasteCommand, pastesAnArtifactAndServesTheClipboardThatItGaveBack) {
-  const PasteRecorder recorder(PasteField::qtEditor);
-  const std::string artifact = captureArtifact();
-  runProgram({"xclip", "-selection", "clipboard", "-in"}, "what the user had copied");
-  ASSERT_TRUE(eventually([] { return clipboardText() == "what the user had copied"; }));
-
-  const FinishedProgram pasted = runQuillo({"paste", artifact, "--pid", std::to_string(recorder.pid())});
+  const Pasting pasting;
+  const FinishedProgram pasted =
+      runQuillo({"paste", pasting.artifact, "--pid", std::to_string(pasting.recorder.pid())});
   EXPECT_EQ(pasted.exitStatus, 0);
   EXPECT_EQ(pasted.output, "Screenshot, interface map, and note pasted\n");
   EXPECT_EQ(pasted.error, "");
   EXPECT_GT(pasted.seconds, 1.8) << "the program has to be given the time to read";
   EXPECT_LT(pasted.seconds, 4);
-  EXPECT_THAT(recorder.recorded(), StartsWith("image "));
-  EXPECT_THAT(recorder.recorded(), HasSubstr("# Quillo capture: Recorder"));
+  EXPECT_THAT(pasting.recorder.recorded(), StartsWith("image "));
+  EXPECT_THAT(pasting.recorder.recorded(), HasSubstr("# Quillo capture: Recorder"));
   EXPECT_EQ(clipboardText(), "what the user had copied");
   EXPECT_EQ(clipboardText(), "what the user had copied") << "also the second time";
 }
@@ -72,37 +82,22 @@ TEST(PasteCommand, saysWhyItDidNotPaste) {
 
 // A key binding that repeats starts the command again and again.
 TEST(PasteCommand, doesNotDisturbAnotherPaste) {
-  const PasteRecorder recorder(PasteField::qtEditor);
-  const std::string artifact = captureArtifact();
-  runProgram({"xclip", "-selection", "clipboard", "-in"}, "what the user had copied");
-  ASSERT_TRUE(eventually([] { return clipboardText() == "what the user had copied"; }));
-  const FinishedProgram first =
-      runProgram({"sh", "-c",
-                  QUILLO_PROGRAM " paste " + artifact +
-                      " & until grep -qs image \"$0\"; do sleep 0.02; done; " QUILLO_PROGRAM " paste " + artifact +
-                      "; echo $?; wait $!",
-                  recorder.path()});
+  const Pasting pasting;
+  const FinishedProgram first = pasting.pasteAnd("\"$0\" paste $1; echo $?; wait $!");
   EXPECT_EQ(first.output, "1\nScreenshot, interface map, and note pasted\n");
   EXPECT_EQ(first.error, "quillo: Another Quillo paste is still in progress\n");
   EXPECT_EQ(first.exitStatus, 0);
   EXPECT_EQ(clipboardText(), "what the user had copied");
-  EXPECT_EQ(runQuillo({"paste", artifact}).exitStatus, 0) << "the next one is welcome";
+  EXPECT_EQ(runQuillo({"paste", pasting.artifact}).exitStatus, 0) << "the next one is welcome";
 }
 
 TEST(PasteCommand, interruptedItGivesTheClipboardBack) {
-  const PasteRecorder recorder(PasteField::qtEditor);
-  const std::string artifact = captureArtifact();
-  runProgram({"xclip", "-selection", "clipboard", "-in"}, "what the user had copied");
-  ASSERT_TRUE(eventually([] { return clipboardText() == "what the user had copied"; }));
+  const Pasting pasting;
   // Not before the screenshot is there, and with the pause behind it still to come.
-  const FinishedProgram interrupted =
-      runProgram({"sh", "-c",
-                  QUILLO_PROGRAM " paste " + artifact +
-                      " & until grep -qs image \"$0\"; do sleep 0.02; done; kill -INT $!; wait $!",
-                  recorder.path()});
+  const FinishedProgram interrupted = pasting.pasteAnd("kill -INT $!; wait $!");
   EXPECT_EQ(interrupted.exitStatus, 130) << interrupted.error;
   EXPECT_EQ(clipboardText(), "what the user had copied");
-  EXPECT_THAT(recorder.recorded(), testing::Not(HasSubstr("text")));
+  EXPECT_THAT(pasting.recorder.recorded(), testing::Not(HasSubstr("text")));
 }
 
 }  // namespace

@@ -12,20 +12,14 @@
 #include <utility>
 #include <vector>
 
-#include "PasteRecorder.h"
 #include "QuilloCore/Capture/PNGImageEncoder.h"
 #include "QuilloCore/Clipboard/ClipboardPayloadWriter.h"
 #include "QuilloCore/Clipboard/SystemPasteboardSession.h"
-#include "QuilloCore/Concurrency/BlockingLoop.h"
-#include "QuilloCore/Concurrency/SystemMonotonicClock.h"
-#include "QuilloCore/Paste/AccessibilityPasteDestination.h"
 #include "QuilloCore/Paste/PasteDeliveryService.h"
 #include "QuilloCore/Paste/PasteMessages.h"
-#include "QuilloLinux/Accessibility/AtspiFocusedElement.h"
 #include "QuilloLinux/Clipboard/X11Pasteboard.h"
-#include "QuilloLinux/Keyboard/X11InputFocus.h"
-#include "QuilloLinux/Keyboard/X11PasteKeystroke.h"
 #include "QuilloLinux/Keyboard/X11PhysicalModifiers.h"
+#include "RealDestination.h"
 #include "RunningProgram.h"
 #include "TestWindow.h"
 
@@ -107,35 +101,18 @@ class InterruptedDestination final : public PasteDestination {
 };
 
 /// The service as the application puts it together.
-struct Delivering {
+struct Delivering : RealDestination {
   explicit Delivering(const PasteDeliveryService::Configuration& configuration = {})
-      : service({session, destination, modifiers, sleeping, clock}, loop.executor(), configuration) {}
-
-  /// Freezes the field as soon as its program is ready.
-  FrozenPasteTarget await(const PasteRecorder& recorder, PasteField field) {
-    std::optional<FrozenPasteTarget> target;
-    const bool isReady = eventually([&] {
-      target = loop.run([&] { return service.freezeTarget(recorder.pid()); });
-      return target && (field == PasteField::terminal || !target->identity.element.empty());
-    });
-    EXPECT_TRUE(isReady) << nameOf(field);
-    return target.value_or(FrozenPasteTarget{});
-  }
+      : service({session, interruptedDestination, modifiers, sleeping, clock}, loop.executor(), configuration) {}
 
   PasteDeliveryResult deliver(const FrozenPasteTarget& target) {
     return loop.run([&] { return service.deliver(makePayload(), target, AccessibilityTrustPrompt::silent); });
   }
 
   Interruptions interruptions;
-  SystemMonotonicClock clock;
-  BlockingLoop loop;
-  X11InputFocus inputFocus;
-  AtspiFocusedElement focusedElement;
-  X11PasteKeystroke keystroke;
   X11PhysicalModifiers modifiers;
   ClockModifierReleaseSleeping sleeping{clock};
-  AccessibilityPasteDestination plainDestination{{inputFocus, focusedElement, keystroke, clock}};
-  InterruptedDestination destination{plainDestination, interruptions};
+  InterruptedDestination interruptedDestination{destination, interruptions};
   X11Pasteboard pasteboard{
       X11SelectionLimits{.type = std::chrono::milliseconds(500), .all = std::chrono::milliseconds(1000)}};
   ClipboardPayloadWriter writer;

@@ -11,56 +11,18 @@
 #include <vector>
 
 #include "PasteRecorder.h"
-#include "QuilloCore/Concurrency/BlockingLoop.h"
-#include "QuilloCore/Concurrency/SystemMonotonicClock.h"
-#include "QuilloCore/Paste/AccessibilityPasteDestination.h"
-#include "QuilloLinux/Accessibility/AtspiFocusedElement.h"
-#include "QuilloLinux/Keyboard/X11InputFocus.h"
-#include "QuilloLinux/Keyboard/X11PasteKeystroke.h"
 #include "QuilloLinux/Keyboard/X11PhysicalModifiers.h"
+#include "RealDestination.h"
 #include "RunningProgram.h"
 #include "TestWindow.h"
 
 namespace quillo::test {
 namespace {
 
-using Resolution = std::expected<FrozenPasteTarget, PasteTargetFreezeError>;
-
-/// The destination as the commands put it together.
-struct Destination {
-  Resolution resolve(std::int32_t pid) {
-    return loop.run([&] { return destination.resolveTarget(pid, AccessibilityTrustPrompt::silent); });
-  }
-  bool isCurrent(const FrozenPasteTarget& target) {
-    return loop.run([&] { return destination.isCurrent(target); });
-  }
-  PasteKeystrokeResult sendPaste(const FrozenPasteTarget& target) {
-    return loop.run([&] { return destination.sendPaste(target); });
-  }
-
-  /// Freezes the field as soon as its program is ready.
-  FrozenPasteTarget await(const PasteRecorder& recorder, PasteField field) {
-    Resolution resolution = std::unexpected(PasteTargetFreezeError::destinationUnavailable);
-    const bool isReady = eventually([&] {
-      resolution = resolve(recorder.pid());
-      return resolution && (field == PasteField::terminal || !resolution->identity.element.empty());
-    });
-    EXPECT_TRUE(isReady) << nameOf(field);
-    return resolution.value_or(FrozenPasteTarget{});
-  }
-
-  SystemMonotonicClock clock;
-  BlockingLoop loop;
-  X11InputFocus inputFocus;
-  AtspiFocusedElement focusedElement;
-  X11PasteKeystroke keystroke;
-  AccessibilityPasteDestination destination{{inputFocus, focusedElement, keystroke, clock}};
-};
-
 void setClipboard(const std::string& text) {
   runProgram({"xclip", "-selection", "clipboard", "-in", "-loops", "0"}, text);
   // It returns before it owns the clipboard.
-  EXPECT_TRUE(eventually([&] { return runProgram({"xclip", "-selection", "clipboard", "-out"}).output == text; }));
+  EXPECT_TRUE(eventually([&] { return clipboardText() == text; }));
 }
 
 class EveryField : public testing::TestWithParam<PasteField> {};
@@ -69,7 +31,7 @@ class EveryField : public testing::TestWithParam<PasteField> {};
 TEST_P(EveryField, getsItWhateverTheKeyboardsState) {
   const PasteField field = GetParam();
   const PasteRecorder recorder(field);
-  Destination desktop;
+  RealDestination desktop;
   const FrozenPasteTarget target = desktop.await(recorder, field);
   EXPECT_EQ(target.keystroke, field == PasteField::terminal ? PasteKeystroke::controlShiftV : PasteKeystroke::controlV);
   EXPECT_TRUE(desktop.isCurrent(target));
@@ -101,7 +63,7 @@ TEST_P(EveryField, getsItWhateverTheKeyboardsState) {
 // Where no key writes the letter, a terminal has no key that pastes the clipboard and nothing else.
 TEST(PasteDestination, aKeyboardWithoutTheLetterPastesNothingIntoATerminal) {
   const PasteRecorder recorder(PasteField::terminal);
-  Destination desktop;
+  RealDestination desktop;
   const FrozenPasteTarget target = desktop.await(recorder, PasteField::terminal);
   ASSERT_EQ(runProgram({"setxkbmap", "ru"}).exitStatus, 0);
   EXPECT_EQ(desktop.sendPaste(target), PasteKeystrokeResult::failed);
@@ -109,7 +71,7 @@ TEST(PasteDestination, aKeyboardWithoutTheLetterPastesNothingIntoATerminal) {
 
 TEST(PasteDestination, heldKeysAreSeenAndHoldTheKeystrokeUp) {
   const PasteRecorder recorder(PasteField::gtk3Editor);
-  Destination desktop;
+  RealDestination desktop;
   const FrozenPasteTarget target = desktop.await(recorder, PasteField::gtk3Editor);
   setClipboard("words");
   X11PhysicalModifiers modifiers;
@@ -140,7 +102,7 @@ TEST(PasteDestination, heldKeysAreSeenAndHoldTheKeystrokeUp) {
 
 TEST(PasteDestination, followsTheFocusBetweenFieldsAndWindows) {
   const PasteRecorder recorder(PasteField::gtk4Entry);
-  Destination desktop;
+  RealDestination desktop;
   const FrozenPasteTarget target = desktop.await(recorder, PasteField::gtk4Entry);
   setClipboard("words");
   recorder.signal(SIGUSR1);  // the other field of the same window
@@ -161,7 +123,7 @@ TEST(PasteDestination, followsTheFocusBetweenFieldsAndWindows) {
 
 TEST(PasteDestination, aStoppedProgramHoldsNobodyUp) {
   const PasteRecorder recorder(PasteField::gtk3Editor);
-  Destination desktop;
+  RealDestination desktop;
   const FrozenPasteTarget target = desktop.await(recorder, PasteField::gtk3Editor);
   recorder.signal(SIGSTOP);
   const auto started = std::chrono::steady_clock::now();
@@ -174,7 +136,7 @@ TEST(PasteDestination, aStoppedProgramHoldsNobodyUp) {
 }
 
 TEST(PasteDestination, nothingIsFrozenWhereNothingHasTheFocus) {
-  Destination desktop;
+  RealDestination desktop;
   EXPECT_EQ(desktop.resolve(::getpid()), std::unexpected(PasteTargetFreezeError::destinationUnavailable));
 }
 

@@ -55,17 +55,7 @@ Arguments commandOf(PasteField field, const std::string& path) {
     case PasteField::chromiumEditable: break;
   }
   const std::string id = field == PasteField::chromiumTextarea ? "#textarea" : "#editable";
-  return {"chromium",
-          "--no-sandbox",
-          "--no-first-run",
-          "--disable-gpu",
-          "--disable-dev-shm-usage",
-          "--password-store=basic",
-          "--disable-background-networking",
-          "--disable-component-update",
-          "--disable-sync",
-          "--user-data-dir=" + std::string(std::getenv("HOME")) + "/profile",
-          "file://" + writeFile("recorder.html", page) + id};
+  return chromiumShowing("file://" + writeFile("recorder.html", page) + id);
 }
 
 std::string recordPath() {

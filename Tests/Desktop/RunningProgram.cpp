@@ -5,14 +5,15 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
+#include <ostream>
 #include <stdexcept>
 #include <thread>
 
 #include "Tests/Support/GoldenFile.h"
+#include "Tests/Support/TemporaryDirectory.h"
 
 namespace quillo::test {
 namespace {
@@ -23,11 +24,6 @@ std::vector<char*> pointersTo(const Arguments& arguments) {
   for (const std::string& argument : arguments) pointers.push_back(const_cast<char*>(argument.c_str()));
   pointers.push_back(nullptr);
   return pointers;
-}
-
-std::string temporaryPath(const char* name) {
-  static std::atomic<int> count = 0;  // programs are also run beside each other
-  return std::string(std::getenv("XDG_RUNTIME_DIR")) + "/" + name + std::to_string(++count);
 }
 
 void redirect(const char* path, int flags, int target) {
@@ -74,9 +70,10 @@ std::optional<int> RunningProgram::exitStatus() {
 
 FinishedProgram runProgram(const Arguments& arguments, const std::string& input,
                            const std::vector<std::string>& environment) {
-  const std::string inputPath = temporaryPath("input");
-  const std::string outputPath = temporaryPath("output");
-  const std::string errorPath = temporaryPath("error");
+  const TemporaryDirectory folder;
+  const std::string inputPath = folder.path() / "input";
+  const std::string outputPath = folder.path() / "output";
+  const std::string errorPath = folder.path() / "error";
   std::ofstream(inputPath, std::ios::binary) << input;
   const auto pointers = pointersTo(arguments);
   const auto started = std::chrono::steady_clock::now();
@@ -107,11 +104,33 @@ FinishedProgram runProgram(const Arguments& arguments, const std::string& input,
   return finished;
 }
 
+void PrintTo(const FinishedProgram& finished, std::ostream* stream) {
+  *stream << "status " << finished.exitStatus << "\noutput: " << finished.output << "\nerror: " << finished.error;
+}
+
 FinishedProgram runQuillo(const Arguments& arguments, const std::string& input,
                           const std::vector<std::string>& environment) {
   Arguments all = {QUILLO_PROGRAM};
   all.insert(all.end(), arguments.begin(), arguments.end());
   return runProgram(all, input, environment);
+}
+
+Arguments chromiumShowing(const std::string& url) {
+  return {"chromium",
+          "--no-sandbox",
+          "--no-first-run",
+          "--disable-gpu",
+          "--disable-dev-shm-usage",
+          "--password-store=basic",
+          "--disable-background-networking",
+          "--disable-component-update",
+          "--disable-sync",
+          "--user-data-dir=" + std::string(std::getenv("HOME")) + "/profile",
+          url};
+}
+
+std::string clipboardText() {
+  return runProgram({"xclip", "-selection", "clipboard", "-out"}).output;
 }
 
 bool eventually(const std::function<bool()>& condition, double seconds) {

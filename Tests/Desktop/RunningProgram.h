@@ -3,8 +3,10 @@
 #include <sys/types.h>
 
 #include <functional>
+#include <iosfwd>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace quillo::test {
@@ -36,7 +38,14 @@ struct FinishedProgram {
   std::string output;
   std::string error;
   double seconds = 0;
+
+  /// Whether both left the same; how long they took is no matter.
+  friend bool operator==(const FinishedProgram& a, const FinishedProgram& b) {
+    return std::tie(a.exitStatus, a.output, a.error) == std::tie(b.exitStatus, b.output, b.error);
+  }
 };
+
+void PrintTo(const FinishedProgram& finished, std::ostream* stream);
 
 /// Runs a program to its end. `environment` entries ("NAME=value", or "NAME" to unset) change the test's own.
 FinishedProgram runProgram(const Arguments& arguments, const std::string& input = {},
@@ -45,6 +54,12 @@ FinishedProgram runProgram(const Arguments& arguments, const std::string& input 
 /// The `quillo` command of this build.
 FinishedProgram runQuillo(const Arguments& arguments, const std::string& input = {},
                           const std::vector<std::string>& environment = {});
+
+/// The command line of a browser, with a profile of its own, that shows the page.
+Arguments chromiumShowing(const std::string& url);
+
+/// The text that is on the clipboard.
+std::string clipboardText();
 
 /// Looks until the condition holds; false when it did not within the seconds.
 bool eventually(const std::function<bool()>& condition, double seconds = 15);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,15 @@ class Setup : public Application {
   static bool isInFront(const std::string& name) {
     return eventually([&] { return activeWindow() == name + "\n"; });
   }
+  /// Starts the application in the background and opens its settings by the menu.
+  std::unique_ptr<RunningProgram> startWithSettings() {
+    host_ = startTrayHost();
+    auto application = start({"--background"});
+    EXPECT_TRUE(eventually([] { return menu().find("Setup & Shortcuts…") != std::string::npos; }));
+    EXPECT_TRUE(choose("Setup & Shortcuts…"));
+    EXPECT_TRUE(isInFront(settings));
+    return application;
+  }
   static void bringToFront(const std::string& name) {
     runProgram({"xdotool", "search", "--onlyvisible", "--name", "^" + name + "$", "windowactivate", "--sync"});
   }
@@ -50,6 +60,9 @@ class Setup : public Application {
     }
     return roles;
   }
+
+ private:
+  std::unique_ptr<RunningProgram> host_;
 };
 
 TEST_F(Setup, theGuideLeadsToACaptureAndAPaste) {
@@ -93,11 +106,7 @@ TEST_F(Setup, theGuideCanBeSkippedAndIsOpenedAgain) {
 }
 
 TEST_F(Setup, aShortcutIsRecordedAndWhatCannotBeOneIsSaid) {
-  const auto host = startTrayHost();
-  const auto application = start({"--background"});
-  ASSERT_TRUE(eventually([] { return menu().find("Setup & Shortcuts…") != std::string::npos; }));
-  ASSERT_TRUE(choose("Setup & Shortcuts…"));
-  ASSERT_TRUE(isInFront(settings));
+  const auto application = startWithSettings();
   press("alt+f");
   ASSERT_TRUE(says(*application, {"Type the combination…"}));
   press("ctrl+shift+k");
@@ -125,10 +134,7 @@ TEST_F(Setup, aShortcutThatAnotherProgramHasIsNamed) {
   X11HotKeys others(loop.executor());
   ASSERT_EQ(others.installHandler({.released = [](auto) {}, .lost = [](auto, auto) {}}), hotKeySucceeded);
   ASSERT_TRUE(others.registerHotKey(QuilloHotKeyConfiguration::defaults().paste, {.signature = 1, .id = 1}).reference);
-  const auto host = startTrayHost();
-  const auto application = start({"--background"});
-  ASSERT_TRUE(eventually([] { return menu().find("Setup & Shortcuts…") != std::string::npos; }));
-  ASSERT_TRUE(choose("Setup & Shortcuts…"));
+  const auto application = startWithSettings();
   EXPECT_TRUE(says(*application, {"Quillo could not reserve the paste shortcut (OSStatus 10).",
                                   "free this one in the program that has it"}));
 }
@@ -151,11 +157,7 @@ TEST_F(Setup, withoutADisplayItAnswersWhatNeedsNone) {
 
 TEST_F(Setup, startAtLoginWritesTheDesktopsEntry) {
   const std::string entry = std::string(getenv("XDG_CONFIG_HOME")) + "/autostart/org.quillo.Quillo.desktop";
-  const auto host = startTrayHost();
-  const auto application = start({"--background"});
-  ASSERT_TRUE(eventually([] { return menu().find("Setup & Shortcuts…") != std::string::npos; }));
-  ASSERT_TRUE(choose("Setup & Shortcuts…"));
-  ASSERT_TRUE(isInFront(settings));
+  const auto application = startWithSettings();
   EXPECT_THAT(unnamedControls(*application), testing::IsEmpty());
   press("alt+s");
   EXPECT_TRUE(

@@ -101,11 +101,6 @@ void TestWindow::setText(const std::string& property, const std::string& type, c
   sync();
 }
 
-void TestWindow::unsetProperty(const std::string& property) {
-  xcb_delete_property(connection_, window_, atom(property));
-  sync();
-}
-
 void TestWindow::resize(std::uint32_t width, std::uint32_t height) {
   const std::array<std::uint32_t, 2> values = {width, height};
   xcb_configure_window(connection_, window_, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, values.data());

@@ -35,7 +35,6 @@ class TestWindow {
 
   void setWords(const std::string& property, const std::string& type, const std::vector<std::uint32_t>& words);
   void setText(const std::string& property, const std::string& type, const std::string& text);
-  void unsetProperty(const std::string& property);
   void resize(std::uint32_t width, std::uint32_t height);
   void fill(const ArtifactRect& area, std::uint32_t pixel);
   void unmap();

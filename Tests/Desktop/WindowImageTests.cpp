@@ -155,9 +155,8 @@ void resizeProgram(std::uint32_t window, std::uint32_t width, std::uint32_t heig
 
 TEST(WindowImage, programThatIsResizedAfterFreezingIsPicturedAsItIsLaidOutThen) {
   X11WindowImage images(nameless);
-  const RunningProgram editor({"mousepad", writeFile("letter.txt", "Dear reader")});
-  const std::uint32_t window = awaitWindow(editor).windowID;
-  readWindowHolding(editor, {"Dear reader"});
+  const Editor editor;
+  const std::uint32_t window = editor.window();
   // The caret blinks.
   const auto areAlike = [](const BitmapImage& a, const BitmapImage& b) {
     const PixelRect difference = differenceOf(a, b);
@@ -188,7 +187,7 @@ TEST(WindowImage, programThatIsResizedAfterFreezingIsPicturedAsItIsLaidOutThen) 
   }
   const TestWindow above(windowOf(red, {.x = 0, .y = 0, .width = 1200, .height = 900}));
   awaitListed(images, above);
-  editor.signal(SIGSTOP);
+  editor.program().signal(SIGSTOP);
   images.prepare(window);
   resizeProgram(window, 660, 490);
   EXPECT_EQ(reasonOf(images, window), undrawn);
@@ -207,9 +206,8 @@ bool isComposited() {
 TEST(WindowImage, compositorThatRunsOrEndsChangesNoPicture) {
   if (runProgram({"which", "xcompmgr"}).exitStatus != 0) GTEST_SKIP() << "there is no compositor";
   X11WindowImage images(nameless);
-  const RunningProgram editor({"mousepad", writeFile("letter.txt", "Dear reader")});
-  const std::uint32_t program = awaitWindow(editor).windowID;
-  readWindowHolding(editor, {"Dear reader"});
+  const Editor editor;
+  const std::uint32_t program = editor.window();
   TestWindowOptions options = windowOf(blue, {.x = 100, .y = 100, .width = 300, .height = 200});
   const TestWindow decorated({.bounds = {.x = 100, .y = 100, .width = 300, .height = 200}, .pixel = blue});
   const TestWindow managed(options);
@@ -225,7 +223,7 @@ TEST(WindowImage, compositorThatRunsOrEndsChangesNoPicture) {
     ASSERT_TRUE(eventually(isComposited));
     expectAllBlue("uncovered");
     // A compositor keeps the window whole, so that even a program that stops has a picture.
-    editor.signal(SIGSTOP);
+    editor.program().signal(SIGSTOP);
     const BitmapImage uncovered = images.image(program).value();
     const TestWindow above(windowOf(red, {.x = 0, .y = 0, .width = 1200, .height = 900}));
     awaitListed(images, above);
@@ -238,7 +236,7 @@ TEST(WindowImage, compositorThatRunsOrEndsChangesNoPicture) {
     expectAllBlue("covered, and the compositor ended");
     EXPECT_EQ(reasonOf(images, program), undrawn);
   }
-  editor.signal(SIGCONT);
+  editor.program().signal(SIGCONT);
   EXPECT_EQ(countOf(images.image(program).value(), 0xFF000000 | red), 0U);
   expectAllBlue("afterwards");
 }
@@ -287,9 +285,8 @@ TEST(WindowImage, windowThatIsGoneGivesAReason) {
 
 TEST(WindowImage, stoppedProgramsHoleIsNoPicture) {
   X11WindowImage images(nameless);
-  const RunningProgram editor({"mousepad", writeFile("letter.txt", "Dear reader")});
-  const std::uint32_t window = awaitWindow(editor).windowID;
-  readWindowHolding(editor, {"Dear reader"});
+  const Editor editor;
+  const std::uint32_t window = editor.window();
   const auto whole = images.image(window);
   ASSERT_TRUE(whole.has_value());
   EXPECT_LT(countOf(*whole, 0xFF000000), whole->pixels.size() / 8) << "the editor is not drawn in black";
@@ -302,7 +299,7 @@ TEST(WindowImage, stoppedProgramsHoleIsNoPicture) {
   EXPECT_EQ(countOf(*covered, 0xFF000000 | red), 0U);
   EXPECT_LT(countOf(*covered, 0xFF000000), covered->pixels.size() / 8);
 
-  editor.signal(SIGSTOP);
+  editor.program().signal(SIGSTOP);
   EXPECT_EQ(reasonOf(images, window), undrawn);
   EXPECT_EQ(reasonOf(images, above.id()), "a picture");
 }

@@ -66,6 +66,11 @@ std::string textAttribute(const AccessibilityNode& node, const std::string& name
   return text == nullptr ? "" : *text;
 }
 
+Editor::Editor(const std::string& text, const std::string& file) : program_({"mousepad", writeFile(file, text)}) {
+  readWindowHolding(program_, {text});
+  window_ = awaitWindow(program_).windowID;
+}
+
 const AccessibilityNode* findNode(const AccessibilitySnapshot& snapshot, const std::string& role,
                                   const std::optional<std::string>& title) {
   for (const AccessibilityNode& node : snapshot.nodes) {

@@ -31,4 +31,17 @@ const AccessibilityNode* findNode(const AccessibilitySnapshot& snapshot, const s
 /// A string attribute of a node; empty when there is none.
 std::string textAttribute(const AccessibilityNode& node, const std::string& name);
 
+/// An editor that shows the text, its window on the bus.
+class Editor {
+ public:
+  explicit Editor(const std::string& text = "Dear reader", const std::string& file = "letter.txt");
+
+  const RunningProgram& program() const { return program_; }
+  std::uint32_t window() const { return window_; }
+
+ private:
+  RunningProgram program_;
+  std::uint32_t window_;
+};
+
 }  // namespace quillo::test

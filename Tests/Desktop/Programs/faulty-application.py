@@ -13,14 +13,11 @@ can lie, hang and die at a chosen moment. Modes:
   lying-count      a panel says that it has 1,000 children and hands out three
   lying-length     a text says that it has 1,000 characters and hands out eleven
   changing         a text that is another one at each reading
-  garbage          names that are very long, hold line breaks and imitate our own lines
   stop-before      stops (SIGSTOP) when the first question about its frame arrives
   stop-middle      answers for forty messages, then stops
   exit-middle      answers for forty messages, then exits without a word
   restart-middle   answers for forty messages, then starts anew as "plain", in the same process
   close-middle     answers for forty messages, then closes its window and knows no object any more
-  password         a password field whose text interface would hand the secret out
-  frame-only       a large frame without children
 """
 
 import os
@@ -42,11 +39,9 @@ WIDTH, HEIGHT = 600, 400
 PATH = "/org/a11y/atspi/accessible/"
 A11Y = "org.a11y.atspi."
 
-ROLE_NAMES = {23: "frame", 39: "panel", 29: "label", 43: "push button", 40: "password text", 61: "text", 75: "application"}
-FRAME, PANEL, LABEL, BUTTON, PASSWORD, TEXT, APPLICATION = 23, 39, 29, 43, 40, 61, 75
+ROLE_NAMES = {23: "frame", 39: "panel", 29: "label", 43: "push button", 61: "text", 75: "application"}
+FRAME, PANEL, LABEL, BUTTON, TEXT, APPLICATION = 23, 39, 29, 43, 61, 75
 ACTIVE, EDITABLE, ENABLED, MULTI_LINE, SENSITIVE, SHOWING, VISIBLE = 1, 7, 8, 17, 24, 25, 30
-
-SECRET = "open sesame"
 
 
 class Node:
@@ -88,13 +83,6 @@ def build():
     elif MODE in ("lying-length", "changing"):
         top = [add("text", TEXT, "", text="Hello world", states=(EDITABLE, MULTI_LINE))]
         nodes["text"].length = 1000 if MODE == "lying-length" else None
-    elif MODE == "garbage":
-        forged = "Name\n## Coverage\r\n- 0 semantic interface elements are mapped.\u2028⟦selected⟧"
-        top = [add("forged", BUTTON, forged), add("long", LABEL, "x" * 600_000)]
-    elif MODE == "password":
-        top = [add("password", PASSWORD, SECRET, text=SECRET, states=(EDITABLE,)), "label"]
-    elif MODE == "frame-only":
-        top = []
     elif MODE.endswith("-middle"):
         top = [add(f"label{i}", LABEL, f"Label {i}") for i in range(200)]
     add("frame", FRAME, "Faulty", top, states=(ACTIVE,))
