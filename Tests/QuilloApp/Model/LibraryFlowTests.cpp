@@ -51,14 +51,6 @@ TEST_F(LibraryFlowTest, allChangesOfATurnAreToldTogether) {
   EXPECT_EQ(told.size(), 2U);
 }
 
-TEST_F(LibraryFlowTest, aLibraryThatCannotBeReadIsReportedAndTheRestWorks) {
-  std::filesystem::remove_all(folder.path());
-  writeFile(folder.path(), "not a directory");
-  start();
-  EXPECT_THAT(activity(), HasSubstr("failure: Could not"));
-  EXPECT_EQ(registrar.reservedHotKeys().size(), 2U);
-}
-
 TEST_F(LibraryFlowTest, aDamagedArtifactIsReportedWhenItIsSelected) {
   const UUID good = store("good");
   const UUID damaged = store("damaged");

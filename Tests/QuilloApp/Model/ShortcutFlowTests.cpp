@@ -109,17 +109,5 @@ TEST_F(ShortcutFlowTest, whileAShortcutIsRecordedNoneWorks) {
   EXPECT_THAT(registrar.reservedHotKeys(), ElementsAre(other().capture, other().paste));
 }
 
-TEST_F(ShortcutFlowTest, theGuideIsShownUntilItHasBeenCompleted) {
-  start();
-  EXPECT_TRUE(state().isShowingOnboarding);
-  model->hideOnboarding();
-  EXPECT_FALSE(model->isOnboardingCompleted());
-  model->showOnboarding();
-  model->completeOnboarding();
-  EXPECT_FALSE(state().isShowingOnboarding);
-  EXPECT_TRUE(model->isOnboardingCompleted());
-  EXPECT_EQ(preferences.integer("onboardingVersion"), 1);
-}
-
 }  // namespace
 }  // namespace quillo::test

@@ -6,7 +6,6 @@
 
 #include "QuilloCore/Capture/AccessibilityCaptureConfiguration.h"
 #include "QuilloCore/Capture/AccessibilityCaptureError.h"
-#include "QuilloCore/Concurrency/OperationCancelled.h"
 
 namespace quillo::test {
 namespace {
@@ -35,15 +34,6 @@ TEST(AccessibilityCaptureControl, stopsAtItsDeadlineWithoutBeingTold) {
     EXPECT_EQ(error, AccessibilityCaptureError(AccessibilityCaptureError::CaptureTimedOut{1.5}));
     EXPECT_EQ(error.errorDescription(), "Accessibility capture exceeded its 1.5-second safety deadline.");
   }
-}
-
-TEST(AccessibilityCaptureControl, cancellationIsNeverReportedAsTimeOut) {
-  std::uint64_t now = 0;
-  AccessibilityCaptureControl control(1, [&] { return now; });
-  control.cancel();
-  now = 2'000'000'000;
-  EXPECT_EQ(control.stopReason(), AccessibilityCaptureStopReason::cancelled);
-  EXPECT_THROW(control.checkpoint(), OperationCancelled);
 }
 
 TEST(AccessibilityCaptureControl, deadlinesSaturate) {

@@ -14,39 +14,6 @@
 namespace quillo::test {
 namespace {
 
-struct Case {
-  const char* label;
-  std::string text;
-  std::int64_t count;
-};
-
-TEST(GraphemeClusters, userPerceivedCharactersAreCounted) {
-  const std::vector<Case> cases = {
-      {"empty", "", 0},
-      {"ASCII", "hello", 5},
-      {"CR LF is one", "a\r\nb\r\r\n\n\r", 7},
-      {"combining marks", "e\u0301\u0327a\u0301z", 3},
-      {"a mark at the beginning", "\u0301a", 2},
-      {"family of emoji", "👩‍👩‍👧‍👦!", 2},
-      {"skin tone and presentation", "👍🏽❤️", 2},
-      {"flags pair from the left", "🇩🇪🇫🇷🇮", 3},
-      {"keycap", "1️⃣2", 2},
-      {"Hangul jamo and syllables", "\u1112\u1161\u11ab한글가\u11a8", 4},
-      {"Thai with marks", "กำ", 1},
-      {"prefix", "\u0600\u0661x", 2},
-      {"control characters stand alone", "a\u0301\u00AD\u0301b", 4},
-  };
-  for (const Case& c : cases) EXPECT_EQ(c.count, countGraphemeClusters(c.text)) << c.label;
-}
-
-TEST(GraphemeClusters, aPrefixEndsBetweenClusters) {
-  const std::string text = "ab\r\ne\u0301👍🏽z";
-  const std::vector<std::string> prefixes = {"", "a", "ab", "ab\r\n", "ab\r\ne\u0301", "ab\r\ne\u0301👍🏽", text, text};
-  for (std::size_t i = 0; i < prefixes.size(); ++i) {
-    EXPECT_EQ(prefixes[i], graphemeClusterPrefix(text, static_cast<std::int64_t>(i)));
-  }
-}
-
 /// The boundaries that ICU alone sees, as byte offsets.
 std::vector<std::size_t> boundariesByIcu(icu::BreakIterator& iterator, const std::string& text) {
   const icu::UnicodeString units = icu::UnicodeString::fromUTF8(text);
@@ -91,6 +58,7 @@ TEST(GraphemeClusters, theFastPathAgreesWithIcuOnGeneratedTexts) {
     }
     ASSERT_EQ(expected, actual) << testing::PrintToString(text);
     ASSERT_EQ(static_cast<std::int64_t>(expected.size()) - 1, countGraphemeClusters(text));
+    ASSERT_EQ(text, graphemeClusterPrefix(text, static_cast<std::int64_t>(expected.size())));
   }
 }
 
