@@ -30,7 +30,7 @@ void countTraits(const InterfaceObservation& observation, std::map<std::string, 
   traits["headers"] += any([](const auto& element) { return element.properties.columnHeaders.has_value(); });
   traits["content"] += any([](const auto& element) { return element.content.has_value(); });
   traits["protected"] += any([](const auto& element) { return element.isProtected; });
-  traits["focused"] += any([](const auto& element) { return element.state.focused == true; });
+  traits["focused"] += any([](const auto& element) { return element.state.focused.value_or(false); });
   traits["deep"] += any([](const auto& element) { return element.depth > 12; });
 }
 
