@@ -99,7 +99,7 @@ TEST(Faults, textThatChangesIsReadAsItWasAtOneMoment) {
 TEST(Faults, longTextIsCutAndTheRestCounted) {
   const RunningProgram program = startFaulty("text");
   const AccessibilitySnapshot snapshot = readFaulty(program);
-  constexpr std::int64_t length = 15 * 700'000;
+  constexpr std::int64_t length = 15L * 700'000;
   constexpr std::int64_t kept = 500'000;
   EXPECT_EQ(textAttribute(nodeOf(snapshot, "AXTextArea"), "AXFullText").size(), static_cast<std::size_t>(kept));
   ASSERT_EQ(snapshot.truncations.size(), 1U);

@@ -137,6 +137,7 @@ std::string ModelFixture::activity() {
 
 std::vector<std::string> ModelFixture::titlesOf(const std::vector<StoredArtifact>& artifacts) {
   std::vector<std::string> titles;
+  titles.reserve(artifacts.size());
   for (const StoredArtifact& artifact : artifacts) titles.push_back(artifact.manifest.title);
   return titles;
 }
