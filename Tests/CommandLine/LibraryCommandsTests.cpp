@@ -166,7 +166,7 @@ TEST_F(LibraryCommands, checkReadsEveryFileOfEveryBundle) {
   fs::remove(bundle(secondID) / "screenshot.png");
   std::string evidence = readFile(bundle(thirdID) / "evidence.json");
   evidence.replace(evidence.find("\"text\":\"Inbox\"") + 8, 1, "X");
-  writeFile(bundle(thirdID) / "evidence.json", evidence);
+  writeFile(bundle(thirdID) / "evidence.json", std::string_view(evidence));
   const std::string damagedID = "DD000000-0000-4000-8000-000000000004";
   writeFile(bundle(damagedID) / "manifest.json", "{\n");
   const FinishedProgram all = quillo({"check"});
@@ -226,7 +226,7 @@ TEST_F(LibraryCommands, evidenceConvertsBothWays) {
   const std::string json = encodeJson(snapshot, JsonStyle::prettyPrinted) + "\n";
   const std::string evidence = CanonicalAccessibilityEvidenceCodec::encodeSnapshot(stored) + "\n";
   EXPECT_EQ((FinishedProgram{0, evidence, ""}), quillo({"evidence", "encode"}, json));
-  writeFile(directory.path() / "evidence.json", evidence);
+  writeFile(directory.path() / "evidence.json", std::string_view(evidence));
   EXPECT_EQ((FinishedProgram{0, json, ""}),
             quillo({"evidence", "decode", (directory.path() / "evidence.json").string()}));
   EXPECT_EQ((FinishedProgram{0, json, ""}), quillo({"evidence", "decode", "-"}, evidence));
