@@ -1,9 +1,9 @@
 // The memory that reading, normalising and rendering a snapshot needs at its peak, beside the size of the snapshot's
-// JSON. Each case runs in a process of its own, so that none profits from what another has left behind. Arguments are
-// snapshots to be measured instead of synthetic ones.
+// JSON. Each case runs in a program of its own, so that none profits from what another, or the making of the snapshot,
+// has left behind. Arguments are snapshots to be measured instead of synthetic ones.
 
 #include <fmt/format.h>
-#include <malloc.h>
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -21,6 +21,8 @@
 namespace quillo::bench {
 namespace {
 
+constexpr std::string_view measureOption = "--measure-standard-input";
+
 /// A figure of this process's memory, in bytes.
 double memory(std::string_view name) {
   std::ifstream status("/proc/self/status");
@@ -30,31 +32,47 @@ double memory(std::string_view name) {
   return 0;
 }
 
-void readNormalizeAndRender(const std::string& json, std::string_view label) {
-  std::ofstream("/proc/self/clear_refs") << 5;  // the peak begins here
-  const double before = memory("VmRSS");
-  const auto size = static_cast<double>(json.size());
-  const auto snapshot = decodeJson<AccessibilitySnapshot>(json);
-  const double afterReading = memory("VmHWM") - before;
-  const auto observation = AccessibilitySemanticNormalizer::normalize(snapshot, {});
-  const auto text = InterfaceObservationLLMRenderer::render(observation);
-  const double peak = memory("VmHWM") - before + size;
-  constexpr double megabyte = 1024.0 * 1024.0;
-  fmt::print("{:<24}{:>10.1f}{:>18.1f}{:>14.1f}{:>9.1f}  {}\n", label, size / megabyte, afterReading / megabyte,
-             peak / megabyte, peak / size, text.empty() ? "no text" : "at most 8");
+std::string readAll(const char* path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-void measure(const AccessibilitySnapshot& snapshot, std::string_view label) {
+std::string readNormalizeAndRender(const std::string& json, double& afterReading) {
+  const auto snapshot = decodeJson<AccessibilitySnapshot>(json);
+  afterReading = memory("VmHWM");
+  return InterfaceObservationLLMRenderer::render(AccessibilitySemanticNormalizer::normalize(snapshot, {}));
+}
+
+/// Prints the line of the snapshot on standard input.
+void measureStandardInput(std::string_view label) {
+  double afterReading = 0;
+  // The pages of the program itself are no part of what a snapshot needs.
+  readNormalizeAndRender(encodeJson(makePage(30), JsonStyle::compact), afterReading);
+  const std::string json = readAll("/proc/self/fd/0");
+  std::ofstream("/proc/self/clear_refs") << 5;  // the peak begins here
+  const double before = memory("VmRSS") - static_cast<double>(json.size());
+  const std::string text = readNormalizeAndRender(json, afterReading);
+  const double peak = memory("VmHWM") - before;
+  constexpr double megabyte = 1024.0 * 1024.0;
+  fmt::print("{:<32}{:>10.2f}{:>18.2f}{:>10.2f}{:>8.1f}  {}\n", label, static_cast<double>(json.size()) / megabyte,
+             (afterReading - before) / megabyte, peak / megabyte, peak / static_cast<double>(json.size()),
+             text.empty() ? "no text" : "at most 8");
+}
+
+void measure(const AccessibilitySnapshot& snapshot, const char* label) {
   const std::string json = encodeJson(snapshot, JsonStyle::compact);
-  ::malloc_trim(0);
+  const int input = ::memfd_create(label, 0);
+  if (input < 0 || ::write(input, json.data(), json.size()) != std::ssize(json)) std::abort();
+  ::lseek(input, 0, SEEK_SET);
   const pid_t child = ::fork();
   if (child == 0) {
-    readNormalizeAndRender(json, label);
-    std::fflush(stdout);
-    ::_exit(0);
+    ::dup2(input, STDIN_FILENO);
+    ::execl("/proc/self/exe", "SemanticsMemory", measureOption.data(), label, nullptr);
+    ::_exit(1);
   }
   int status = 0;
-  ::waitpid(child, &status, 0);
+  if (::waitpid(child, &status, 0) < 0 || status != 0) std::abort();
+  ::close(input);
 }
 
 }  // namespace
@@ -62,14 +80,17 @@ void measure(const AccessibilitySnapshot& snapshot, std::string_view label) {
 
 int main(int argc, char** argv) {
   using namespace quillo::bench;
-  fmt::print("{:<24}{:>10}{:>18}{:>14}{:>9}  {}\n", "memory", "JSON (MB)", "after reading", "peak", "ratio",
+  if (argc == 3 && argv[1] == measureOption) {
+    measureStandardInput(argv[2]);
+    return 0;
+  }
+  fmt::print("{:<32}{:>10}{:>18}{:>10}{:>8}  {}\n", "memory", "JSON (MB)", "after reading", "peak", "ratio",
              "promised");
   std::fflush(stdout);
   for (int i = 1; i < argc; ++i) {
-    std::ifstream file(argv[i]);
-    const std::string json{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    const std::string_view name = argv[i];
-    measure(quillo::decodeJson<quillo::AccessibilitySnapshot>(json), name.substr(name.rfind('/') + 1));
+    const std::string_view path = argv[i];
+    measure(quillo::decodeJson<quillo::AccessibilitySnapshot>(readAll(argv[i])),
+            argv[i] + (path.rfind('/') + 1));  // NOLINT(*-pointer-arithmetic): the rest of an argument
   }
   if (argc > 1) return 0;
   measure(makePage(10'000), "page/10000");
