@@ -283,11 +283,16 @@ SpareStorage<Storage>& spareStorage() {
 JsonDocument::JsonDocument(std::unique_ptr<Storage> storage) : storage_(std::move(storage)) {}
 JsonDocument::JsonDocument(JsonDocument&&) noexcept = default;
 JsonDocument::~JsonDocument() {
-  spareStorage<Storage>().giveBack(std::move(storage_));
+  if (isMemoryKept_) spareStorage<Storage>().giveBack(std::move(storage_));
 }
 JsonDocument& JsonDocument::operator=(JsonDocument&& other) noexcept {
   std::swap(storage_, other.storage_);
+  std::swap(isMemoryKept_, other.isMemoryKept_);
   return *this;
+}
+
+void JsonDocument::giveBackMemory() {
+  isMemoryKept_ = false;
 }
 
 JsonDocument JsonDocument::parse(std::string_view text) {

@@ -123,6 +123,10 @@ class JsonDocument {
   /// The same without the copy, when the text's capacity exceeds its size by the padding.
   static JsonDocument parseInPlace(const std::string& text);
 
+  /// What the parser needs, some five times the text, is kept for the next document unless it is very much. Whoever
+  /// reads but one gives it back at once.
+  void giveBackMemory();
+
   JsonDocument(JsonDocument&&) noexcept;
   JsonDocument& operator=(JsonDocument&&) noexcept;
   ~JsonDocument();
@@ -134,6 +138,7 @@ class JsonDocument {
   static JsonDocument parse(std::string_view text, bool isPadded);
   explicit JsonDocument(std::unique_ptr<Storage> storage);
   std::unique_ptr<Storage> storage_;
+  bool isMemoryKept_ = true;
 };
 
 template <class T>
@@ -201,10 +206,15 @@ T readJson(const JsonCursor& cursor) {
   return detail::JsonReading<T>::read(cursor);
 }
 
-/// Reads a whole text as one record. Unknown keys are ignored; of a repeated key the first counts.
-template <class T>
-T decodeJson(std::string_view text) {
-  const JsonDocument document = JsonDocument::parse(text);
+/// Reads a whole text as one record, a std::string in place. Unknown keys are ignored; of a repeated key the first
+/// counts.
+template <class T, std::convertible_to<std::string_view> Text>
+T decodeJson(const Text& text) {
+  JsonDocument document = [&] {
+    if constexpr (std::same_as<Text, std::string>) return JsonDocument::parseInPlace(text);
+    return JsonDocument::parse(text);
+  }();
+  document.giveBackMemory();
   return readJson<T>(document.root());
 }
 
