@@ -39,10 +39,10 @@ void damage(InterfaceObservation& observation, FuzzedDataProvider& bytes) {
       case 6: element.content = readText(bytes, 40); break;
       case 7: element.state.focused = element.state.selected = true; break;
       default:
-        element.properties.selectedTextRange = {bytes.ConsumeIntegral<std::int64_t>(),
-                                                bytes.ConsumeIntegral<std::int64_t>()};
-        element.properties.visibleTextRange = {bytes.ConsumeIntegral<std::int8_t>(),
-                                               bytes.ConsumeIntegral<std::int8_t>()};
+        element.properties.edit().selectedTextRange = {bytes.ConsumeIntegral<std::int64_t>(),
+                                                       bytes.ConsumeIntegral<std::int64_t>()};
+        element.properties.edit().visibleTextRange = {bytes.ConsumeIntegral<std::int8_t>(),
+                                                      bytes.ConsumeIntegral<std::int8_t>()};
     }
   }
 }

@@ -53,12 +53,14 @@ FlagSetter checked(InterfaceCheckState value) {
 FlagSetter visibility(InterfaceVisibility value) {
   return [=](InterfaceElement& element) { element.visibility = value; };
 }
-FieldSetter text(std::optional<std::string> InterfaceElement::* member) {
+template <class Text>
+FieldSetter text(Text InterfaceElement::* member) {
   return [=](InterfaceElement& element, const std::string& value) { element.*member = value; };
 }
 template <class Member>
 FieldSetter property(Member InterfaceElementProperties::* member, auto convert) {
-  return [=](InterfaceElement& element, const std::string& value) { element.properties.*member = convert(value); };
+  return
+      [=](InterfaceElement& element, const std::string& value) { element.properties.edit().*member = convert(value); };
 }
 
 const std::map<std::string, FlagSetter, std::less<>> flagSetters = {

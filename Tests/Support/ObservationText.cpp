@@ -58,7 +58,7 @@ std::string describe(const InterfaceElement& element) {
   std::string line = element.sourceNodeID ? std::to_string(*element.sourceNodeID) : "-";
   line += fmt::format(" {}", nameOf(element.role));
   if (element.label) line += " " + show(*element.label);
-  const auto addText = [&](std::string_view key, const std::optional<std::string>& text) {
+  const auto addText = [&](std::string_view key, const auto& text) {
     if (text) line += fmt::format(" {}={}", key, show(*text));
   };
   addText("content", element.content);
@@ -67,7 +67,7 @@ std::string describe(const InterfaceElement& element) {
   addText("help", element.help);
   addText("placeholder", element.placeholder);
   addState(line, element.state);
-  addProperties(line, element.properties);
+  addProperties(line, *element.properties);
   std::string actions;
   for (const InterfaceAction& action : element.actions) {
     actions += (actions.empty() ? "" : " ") + action.name;
@@ -170,7 +170,7 @@ class SourceWalk {
 };
 
 bool keepsText(const InterfaceElement& element) {
-  const InterfaceElementProperties& properties = element.properties;
+  const InterfaceElementProperties& properties = *element.properties;
   return element.value || element.content || properties.valueDescription || properties.selectedText ||
          properties.selectedTextRange || properties.visibleTextRange;
 }

@@ -79,8 +79,8 @@ std::string ledgerValue(const InterfaceElement& element) {
   if (element.isProtected) return {};
   if (element.content && isPrintable(*element.content)) return *element.content;
   if (printsStringValue(element, primaryText(element))) return std::string(printableStringValue(element));
-  if (element.properties.valueDescription) return *element.properties.valueDescription;
-  if (element.properties.rowValues) return wordsFor(*element.properties.rowValues);
+  if (element.properties->valueDescription) return *element.properties->valueDescription;
+  if (element.properties->rowValues) return wordsFor(*element.properties->rowValues);
   // What is checked or not says so as its state.
   return element.value && !element.state.checked ? wordsFor(*element.value) : std::string();
 }

@@ -13,6 +13,7 @@
 #include "QuilloCore/Support/Date.h"
 #include "QuilloCore/Support/Geometry.h"
 #include "QuilloCore/Support/JsonFields.h"
+#include "QuilloCore/Support/RareOptional.h"
 #include "QuilloCore/Support/JsonReader.h"
 #include "QuilloCore/Support/JsonWriter.h"
 
@@ -88,7 +89,7 @@ struct CanonicalAccessibilityNode {
   std::optional<std::int64_t> parentNodeID;
   std::int64_t depth = 0;
   std::string role;
-  std::optional<std::string> subrole;
+  RareOptional<std::string> subrole;
   std::optional<ArtifactRect> frame;
   bool isProtected = false;
   std::vector<CanonicalAccessibilityAttribute> attributes;

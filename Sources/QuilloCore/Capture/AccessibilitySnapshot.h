@@ -11,6 +11,7 @@
 #include "QuilloCore/Support/Date.h"
 #include "QuilloCore/Support/Geometry.h"
 #include "QuilloCore/Support/JsonFields.h"
+#include "QuilloCore/Support/RareOptional.h"
 
 namespace quillo {
 
@@ -37,7 +38,7 @@ struct AccessibilityNode {
   std::vector<std::int64_t> childIDs;    ///< in discovery order
   std::int64_t depth = 0;
   std::string role;
-  std::optional<std::string> subrole;
+  RareOptional<std::string> subrole;
   std::optional<ArtifactRect> frame;
   bool isProtected = false;                        ///< its own or inherited; its texts are redacted or absent
   std::vector<AccessibilityAttribute> attributes;  ///< ascending by name

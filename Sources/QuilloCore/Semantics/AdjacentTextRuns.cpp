@@ -43,7 +43,7 @@ bool beginsWithClosingMark(std::string_view text) {
 
 /// Whether the texts inside stand in one line for want of room, not as one sentence.
 bool holdsFields(const InterfaceElement& element) {
-  return element.properties.roleDescription == "status bar";
+  return element.properties->roleDescription == "status bar";
 }
 
 /// What stands between two pieces: the line break and indentation that one of them has there, nothing before a closing
@@ -84,7 +84,7 @@ class RunMerger {
       std::string text;
       std::string_view previous;
       for (const ElementIndex member : run_) {
-        const std::string_view piece = primaryText(context_[member]);
+        const std::string_view piece = context_.primaryText(member);
         if (member != run_.front()) {
           text += joint(previous, piece);
           plan_.suppressedMergedTextElementIDs.insert(member);

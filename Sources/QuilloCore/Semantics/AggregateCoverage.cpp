@@ -35,8 +35,8 @@ bool isOwner(const InterfaceElement& element) {
 }
 
 bool hasRangeToMark(const InterfaceElement& element) {
-  return hasMarkers(markAuthoritativeText(*element.content, element.properties.selectedTextRange,
-                                          element.properties.visibleTextRange));
+  return hasMarkers(markAuthoritativeText(*element.content, element.properties->selectedTextRange,
+                                          element.properties->visibleTextRange));
 }
 
 /// One aggregate text.
@@ -159,7 +159,7 @@ class AggregateCoverage {
       if (detail.label == "label" || detail.label == "description") addText(index, detail.text);
     }
     if (hasRowReference(element)) {
-      for (const std::string& value : *element.properties.rowValues) addText(index, value);
+      for (const std::string& value : *element.properties->rowValues) addText(index, value);
     }
     if (isOwner(element)) addText(index, *element.content, true);
   }

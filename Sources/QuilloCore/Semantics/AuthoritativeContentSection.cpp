@@ -32,7 +32,7 @@ void appendSpans(const std::string& spans, TextLines& lines) {
 
 void appendMarkedText(const InterfaceElement& element, TextLines& lines) {
   const std::vector<MarkedTextPiece> pieces = markAuthoritativeText(
-      *element.content, element.properties.selectedTextRange, element.properties.visibleTextRange);
+      *element.content, element.properties->selectedTextRange, element.properties->visibleTextRange);
   lines.add(hasMarkers(pieces) ? "content (authoritative full text with inline range markers):" : "content:");
   std::vector<std::string> block(1);
   for (const MarkedTextPiece& piece : pieces) {

@@ -140,7 +140,7 @@ class IdleContainers {
     Lines line = lineOf(child.element, kindOf(child.element));
     if (line.firstKind == headline) {
       constexpr std::int64_t lowestLevel = 100;
-      const std::int64_t level = context_[child.element].properties.headingLevel.value_or(1);
+      const std::int64_t level = context_[child.element].properties->headingLevel.value_or(1);
       line.headingLevel = static_cast<std::uint8_t>(std::clamp<std::int64_t>(level, 1, lowestLevel));
     }
     return line;

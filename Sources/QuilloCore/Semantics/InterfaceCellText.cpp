@@ -138,8 +138,8 @@ std::string cellText(const InterfaceDraftTree& tree, InterfaceDraftIndex cell) {
 
 bool saysMoreThanCellText(const InterfaceElement& element) {
   const bool hasOtherValue = element.value && !valueText(element);
-  return isInput(element.role) || element.help || element.placeholder || element.properties.valueDescription ||
-         element.properties.url || hasOtherValue;
+  return isInput(element.role) || element.help || element.placeholder || element.properties->valueDescription ||
+         element.properties->url || hasOtherValue;
 }
 
 }  // namespace quillo

@@ -13,6 +13,7 @@
 #include "QuilloCore/Support/Geometry.h"
 #include "QuilloCore/Support/JsonFields.h"
 #include "QuilloCore/Support/RareOptional.h"
+#include "QuilloCore/Support/RareRecord.h"
 
 namespace quillo {
 
@@ -63,15 +64,15 @@ struct InterfaceElementState {
 
 /// What describes an element and does not change while it is used.
 struct InterfaceElementProperties {
-  std::optional<std::string> roleDescription;
-  std::optional<std::string> valueDescription;
+  RareOptional<std::string> roleDescription;
+  RareOptional<std::string> valueDescription;
   std::optional<std::int64_t> headingLevel;
   std::optional<std::int64_t> disclosureLevel;
   std::optional<std::int64_t> index;
   RareOptional<std::string> orientation;
   RareOptional<std::string> current;
   RareOptional<std::string> hasPopup;
-  std::optional<std::string> url;
+  RareOptional<std::string> url;
   RareOptional<std::string> document;
   RareOptional<std::string> filename;
   std::vector<std::string> domClasses;
@@ -90,29 +91,30 @@ struct InterfaceElementProperties {
   friend bool operator==(const InterfaceElementProperties&, const InterfaceElementProperties&) = default;
 };
 
-/// One element of a captured interface.
+/// One element of a captured interface. There are tens of thousands: what every pass looks at stands together, and what
+/// few elements have takes little room in the others.
 struct InterfaceElement {
-  std::string id;                            ///< "element-17", or "application-root" for the synthetic root
+  std::string id;  ///< "element-17", or "application-root" for the synthetic root
+  InterfaceSemanticRole role = InterfaceSemanticRole::unknown;
+  InterfaceVisibility visibility = InterfaceVisibility::unknown;
+  bool isProtected = false;  ///< its text is not carried
+  InterfaceElementState state;
   std::optional<std::int64_t> sourceNodeID;  ///< absent for the synthetic root
   std::optional<std::string> parentID;       ///< absent only on the root
   std::vector<std::string> childIDs;         ///< in source order
   std::int64_t depth = 0;
-  InterfaceSemanticRole role = InterfaceSemanticRole::unknown;
   std::string accessibilityRole;
-  std::optional<std::string> accessibilitySubrole;
+  RareOptional<std::string> accessibilitySubrole;
   std::optional<std::string> label;
   std::optional<AccessibilityAttributeValue> value;
-  std::optional<std::string> content;  ///< complete text of a document or an editor
-  std::optional<std::string> description;
-  std::optional<std::string> help;
-  std::optional<std::string> placeholder;
-  InterfaceElementState state;
+  RareOptional<std::string> content;  ///< complete text of a document or an editor
+  RareOptional<std::string> description;
+  RareOptional<std::string> help;
+  RareOptional<std::string> placeholder;
   std::vector<InterfaceAction> actions;
   std::optional<ArtifactRect> bounds;
-  InterfaceVisibility visibility = InterfaceVisibility::unknown;
   std::vector<InterfaceIdentifier> identifiers;
-  InterfaceElementProperties properties;
-  bool isProtected = false;  ///< its text is not carried
+  RareRecord<InterfaceElementProperties> properties;
 
   friend bool operator==(const InterfaceElement&, const InterfaceElement&) = default;
 };

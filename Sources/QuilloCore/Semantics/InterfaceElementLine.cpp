@@ -47,7 +47,7 @@ bool yieldsToRoleDescription(InterfaceSemanticRole role) {
 }
 
 bool hasAnyText(const InterfaceElement& element) {
-  const auto isPresent = [](const std::optional<std::string>& text) { return text && isPrintable(*text); };
+  const auto isPresent = [](const auto& text) { return text && isPrintable(*text); };
   const auto* string = element.value ? std::get_if<std::string>(&*element.value) : nullptr;
   const bool hasValue = element.value && (string == nullptr || isPrintable(*string));
   return isPresent(element.label) || hasValue || isPresent(element.content) || isPresent(element.description) ||
@@ -155,7 +155,7 @@ void appendActions(std::string& line, const InterfaceElement& element) {
 }  // namespace
 
 std::string_view meaningfulRoleDescription(const InterfaceElement& element) {
-  const auto& description = element.properties.roleDescription;
+  const auto& description = element.properties->roleDescription;
   if (!description || !isPrintable(*description)) return {};
   const std::string text = folded(*description);
   if (isGenericRoleWord(text) || text == folded(roleName(element.role)) || text == folded(element.accessibilityRole)) {
@@ -166,8 +166,8 @@ std::string_view meaningfulRoleDescription(const InterfaceElement& element) {
 
 std::string displayRole(const InterfaceElement& element) {
   const std::string name(roleName(element.role));
-  if (element.role == heading && element.properties.headingLevel) {
-    return fmt::format("heading level {}", *element.properties.headingLevel);
+  if (element.role == heading && element.properties->headingLevel) {
+    return fmt::format("heading level {}", *element.properties->headingLevel);
   }
   const std::string_view description = meaningfulRoleDescription(element);
   if (description.empty()) {
@@ -235,11 +235,11 @@ std::string elementLine(const InterfaceElement& element, std::string_view primar
 
 bool hasRowReference(const InterfaceElement& element) {
   const bool isRow = element.role == row || element.role == treeItem;
-  return isRow && !element.isProtected && element.properties.rowValues && !element.properties.rowValues->empty();
+  return isRow && !element.isProtected && element.properties->rowValues && !element.properties->rowValues->empty();
 }
 
 bool rowHolds(const InterfaceElement& element, std::string_view text) {
-  const std::vector<std::string>& values = *element.properties.rowValues;
+  const std::vector<std::string>& values = *element.properties->rowValues;
   return std::ranges::any_of(values, [&](const std::string& value) { return agreeButForWhiteSpace(value, text); }) ||
          agreeButForWhiteSpace(fmt::format("{}", fmt::join(values, " ")), text);
 }
@@ -247,7 +247,7 @@ bool rowHolds(const InterfaceElement& element, std::string_view text) {
 std::string rowReference(const InterfaceElement& element) {
   std::string line = displayRole(element);
   appendWords(line, element, false);
-  line.append(": ").append(stringList(*element.properties.rowValues));
+  line.append(": ").append(stringList(*element.properties->rowValues));
   const bool isCellText = rowHolds(element, printableStringValue(element));
   if (const std::string value = valueOnLine(element, {}); !value.empty() && !isCellText) {
     line.append(", value: ").append(value);

@@ -83,12 +83,12 @@ bool carriesContent(Role role) {
   return role == Role::textArea || role == Role::document || role == Role::webArea;
 }
 
-void mapContent(InterfaceElement& element, const AccessibilityNode& node) {
+void mapContent(InterfaceElement& element, InterfaceElementProperties& properties, const AccessibilityNode& node) {
   element.content = readText(node, "AXFullText");
   if (!element.content) return;
   const auto& raw = std::get<std::string>(*node.attribute("AXFullText"));
   if (raw.size() == element.content->size()) return;
-  for (auto* range : {&element.properties.selectedTextRange, &element.properties.visibleTextRange}) {
+  for (auto* range : {&properties.selectedTextRange, &properties.visibleTextRange}) {
     if (*range) *range = rangeInCleanText(raw, **range);
   }
 }
@@ -123,7 +123,6 @@ void mapElement(InterfaceElement& element, const AccessibilityNode& node, std::s
   if (node.role == "AXGroup" && isSection) element.role = Role::section;
 
   element.state = makeState(node, element.role, context);
-  element.properties = makeProperties(node);
   if (const auto* actions = node.attribute("AXActions")) {
     if (const auto* names = std::get_if<std::vector<std::string>>(actions)) element.actions = listedActions(*names);
   }
@@ -132,10 +131,12 @@ void mapElement(InterfaceElement& element, const AccessibilityNode& node, std::s
   element.bounds = node.frame;
   element.visibility = classifyVisibility(node, context.viewport);
   element.isProtected = node.isProtected;
-  if (node.isProtected) return;
-
-  if (const auto* value = node.attribute("AXValue")) element.value = *value;
-  if (carriesContent(element.role)) mapContent(element, node);
+  InterfaceElementProperties properties = makeProperties(node);
+  if (!node.isProtected) {
+    if (const auto* value = node.attribute("AXValue")) element.value = *value;
+    if (carriesContent(element.role)) mapContent(element, properties, node);
+  }
+  element.properties = std::move(properties);
 }
 
 }  // namespace quillo

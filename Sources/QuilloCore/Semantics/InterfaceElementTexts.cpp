@@ -21,7 +21,7 @@ bool isBase64Character(char c) {
   return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '+' || c == '/' || c == '=';
 }
 
-std::string_view printable(const std::optional<std::string>& text) {
+std::string_view printable(const auto& text) {
   return text && isPrintable(*text) ? std::string_view(*text) : std::string_view();
 }
 
@@ -38,7 +38,7 @@ bool isNamedApartFromValue(InterfaceSemanticRole role) {
 
 /// Whether the description of the value is nothing but its number.
 bool repeatsTypedValue(const InterfaceElement& element) {
-  const auto& description = element.properties.valueDescription;
+  const auto& description = element.properties->valueDescription;
   if (!description || !element.value) return false;
   if (const auto* number = std::get_if<double>(&*element.value)) return *description == formatNumber(*number);
   if (const auto* integer = std::get_if<std::int64_t>(&*element.value)) return *description == std::to_string(*integer);
@@ -137,7 +137,7 @@ std::vector<ElementDetail> distinctDetails(const InterfaceElement& element, std:
   add("help", printable(element.help));
   add("placeholder", printable(element.placeholder));
   if (!element.isProtected && !repeatsTypedValue(element)) {
-    add("value detail", printable(element.properties.valueDescription));
+    add("value detail", printable(element.properties->valueDescription));
   }
   return details;
 }

@@ -98,7 +98,7 @@ class MapWalk {
 
   /// Once before the first row of a table, and again when the headers change.
   void printColumns(ElementIndex index, std::size_t level) {
-    const auto& headers = context_[index].properties.columnHeaders;
+    const auto& headers = context_[index].properties->columnHeaders;
     if (!headers || std::ranges::none_of(*headers, hasVisibleText)) return;
     const std::vector<std::string>*& printed = columnsOfTable_[tableOf_[index]];
     if (printed != nullptr && *printed == *headers) return;
@@ -113,7 +113,7 @@ class MapWalk {
 
   /// What the indentation does not show: the level of a row in a flat outline, and rows missing before this one.
   void printPlaceInOutline(ElementIndex index, std::size_t level) {
-    const InterfaceElementProperties& properties = context_[index].properties;
+    const InterfaceElementProperties& properties = *context_[index].properties;
     if (properties.disclosureLevel.value_or(0) > outlineLevelOf_[index]) {
       lines_.addIndented(level, fmt::format("disclosure level: {}", *properties.disclosureLevel));
     }

@@ -77,7 +77,7 @@ bool shouldRetain(const InterfaceElement& element, std::size_t retainedChildCoun
   if (role == application || role == window || role == dialog || role == sheet) return true;
   if (role == text && isEmptyTextImplementationNode(element)) return false;
   if (hasTellingState(element.state) || isInteractive(role) || hasText(element)) return true;
-  if (!element.actions.empty() || !element.identifiers.empty() || !element.properties.isEmpty() ||
+  if (!element.actions.empty() || !element.identifiers.empty() || !element.properties->isEmpty() ||
       element.isProtected) {
     return true;
   }

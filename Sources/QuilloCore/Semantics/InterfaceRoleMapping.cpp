@@ -74,7 +74,7 @@ static_assert(std::ranges::is_sorted(rows, {}, &RoleRow::accessibilityRole));
 
 }  // namespace
 
-InterfaceSemanticRole semanticRole(std::string_view accessibilityRole, const std::optional<std::string>& subrole) {
+InterfaceSemanticRole semanticRole(std::string_view accessibilityRole, const RareOptional<std::string>& subrole) {
   for (const RoleRow& row : std::ranges::equal_range(rows, accessibilityRole, {}, &RoleRow::accessibilityRole)) {
     if (row.subrole.empty() || (subrole && row.subrole == *subrole)) return row.role;
   }

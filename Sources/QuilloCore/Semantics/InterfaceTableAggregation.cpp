@@ -191,7 +191,7 @@ class Aggregation {
       std::optional<Texts> titles = row.isHeader ? columnTitles(rows, i) : std::nullopt;
       if (!row.isText && !titles) continue;
       InterfaceElement& element = tree_.elements[row.survey.index];
-      InterfaceElementProperties& properties = element.properties;
+      InterfaceElementProperties& properties = element.properties.edit();
       if (titles) {
         headers = *std::move(titles);
         isCarried = false;

@@ -30,7 +30,7 @@ bool isPassiveRole(InterfaceSemanticRole role) {
 }
 
 bool hasVisibleCell(const InterfaceElement& element) {
-  const auto& values = element.properties.rowValues;
+  const auto& values = element.properties->rowValues;
   return values && std::ranges::any_of(*values, hasVisibleText);
 }
 
@@ -38,7 +38,7 @@ bool hasVisibleCell(const InterfaceElement& element) {
 class RowTexts {
  public:
   RowTexts(const InterfaceElement& element, SemanticTokenizer& tokenizer)
-      : values_(*element.properties.rowValues), isClaimed_(values_.size()), tokenizer_(tokenizer) {}
+      : values_(*element.properties->rowValues), isClaimed_(values_.size()), tokenizer_(tokenizer) {}
 
   bool holds(std::string_view text) { return cellOf(text).has_value(); }
 
@@ -105,7 +105,7 @@ class PassiveRowElements {
 
  private:
   static bool repeatsColumnHeaders(const InterfaceElement& element) {
-    const auto& properties = element.properties;
+    const InterfaceElementProperties& properties = *element.properties;
     return properties.columnHeaders == properties.rowValues && !saysMoreThanItsTexts(element) &&
            distinctDetails(element, primaryText(element)).empty();
   }

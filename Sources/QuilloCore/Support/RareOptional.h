@@ -1,7 +1,9 @@
 #pragma once
 
+#include <concepts>
 #include <memory>
 #include <optional>
+#include <type_traits>
 #include <utility>
 
 #include "QuilloCore/Support/JsonWriter.h"
@@ -16,9 +18,11 @@ class RareOptional {
   using value_type = T;
 
   RareOptional() = default;
-  RareOptional(std::nullopt_t) {}                                           // NOLINT(*-explicit-*): as std::optional
-  RareOptional(T value) : value_(std::make_unique<T>(std::move(value))) {}  // NOLINT(*-explicit-*): as std::optional
-  RareOptional(std::optional<T> value) {                                    // NOLINT(*-explicit-*): as std::optional
+  RareOptional(std::nullopt_t) {}  // NOLINT(*-explicit-*): as std::optional
+  template <class U = T>
+    requires(std::convertible_to<U, T> && !std::same_as<std::remove_cvref_t<U>, RareOptional>)
+  RareOptional(U&& value) : value_(std::make_unique<T>(std::forward<U>(value))) {}  // NOLINT(*-explicit-*): the same
+  RareOptional(std::optional<T> value) {                                            // NOLINT(*-explicit-*): the same
     if (value) value_ = std::make_unique<T>(*std::move(value));
   }
   RareOptional(const RareOptional& other) {
@@ -37,10 +41,16 @@ class RareOptional {
   const T& operator*() const { return *value_; }
   T* operator->() { return value_.get(); }
   const T* operator->() const { return value_.get(); }
+  T value_or(T fallback) const { return value_ ? *value_ : std::move(fallback); }
   void reset() { value_.reset(); }
 
   friend bool operator==(const RareOptional& a, const RareOptional& b) {
     return a && b ? *a == *b : a.has_value() == b.has_value();
+  }
+  template <class U>
+    requires(!std::same_as<U, RareOptional> && std::equality_comparable_with<T, U>)
+  friend bool operator==(const RareOptional& a, const U& b) {
+    return a && *a == b;
   }
 
  private:

@@ -26,8 +26,8 @@ void countTraits(const InterfaceObservation& observation, std::map<std::string, 
   traits["shared"] += counts.sharedGraphReferenceCount > 0 ? 1 : 0;
   traits["unavailable"] += counts.unavailableGraphReferenceCount > 0 ? 1 : 0;
   traits["pruned"] += counts.prunedNodeCount > 0 ? 1 : 0;
-  traits["row"] += any([](const auto& element) { return element.properties.rowValues.has_value(); });
-  traits["headers"] += any([](const auto& element) { return element.properties.columnHeaders.has_value(); });
+  traits["row"] += any([](const auto& element) { return element.properties->rowValues.has_value(); });
+  traits["headers"] += any([](const auto& element) { return element.properties->columnHeaders.has_value(); });
   traits["content"] += any([](const auto& element) { return element.content.has_value(); });
   traits["protected"] += any([](const auto& element) { return element.isProtected; });
   traits["focused"] += any([](const auto& element) { return element.state.focused.value_or(false); });

@@ -84,7 +84,7 @@ TEST(NormalizerTableWords, everyWordOfEveryGeneratedTableStandsOnce) {
     std::string texts;
     std::string headers;
     for (InterfaceElement element : observation.elements) {
-      if (auto& columnHeaders = element.properties.columnHeaders) {
+      if (auto& columnHeaders = element.properties.edit().columnHeaders) {
         for (const std::string& header : *columnHeaders) headers += header + " ";
         columnHeaders.reset();
       }
@@ -118,7 +118,7 @@ TEST(NormalizerTableWords, deepCellsTakeLinearTime) {
   const std::string words(200'000, 'b');
   const auto observation = AccessibilitySemanticNormalizer::normalize(makeDeepCell(depth, "AXGroup", words), {});
   ASSERT_EQ(observation.elements.size(), 3);
-  const std::string text = observation.elements.back().properties.rowValues->front();
+  const std::string text = observation.elements.back().properties->rowValues->front();
   EXPECT_EQ(text.size(), words.size() + 2 * static_cast<std::size_t>(depth));
   EXPECT_EQ(AccessibilitySemanticNormalizer::normalize(makeDeepCell(depth, "AXTable", "a"), {}).elements.size(),
             depth + 4);

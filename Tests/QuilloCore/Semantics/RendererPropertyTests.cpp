@@ -66,7 +66,7 @@ class Generator {
   }
 
   void fill(InterfaceElement& element) {
-    const auto maybe = [&](std::optional<std::string>& text, std::size_t chances) {
+    const auto maybe = [&](auto& text, std::size_t chances) {
       if (oneIn(chances)) text = anyText();
     };
     maybe(element.label, 3);
@@ -77,12 +77,12 @@ class Generator {
     if (element.role == document || element.role == webArea || element.role == textArea) {
       element.content = anyText() + anyText() + anyText();
       if (oneIn(2))
-        element.properties.selectedTextRange = ArtifactTextRange{.location = 2, .length = std::int64_t(upTo(3))};
+        element.properties.edit().selectedTextRange = ArtifactTextRange{.location = 2, .length = std::int64_t(upTo(3))};
     }
     if (element.role == row || element.role == treeItem) {
-      element.properties.rowValues = std::vector<std::string>{};
-      for (std::size_t i = upTo(3); i > 0; --i) element.properties.rowValues->push_back(anyText());
-      if (oneIn(2)) element.properties.columnHeaders = std::vector<std::string>{anyText(), anyText()};
+      element.properties.edit().rowValues = std::vector<std::string>{};
+      for (std::size_t i = upTo(3); i > 0; --i) element.properties.edit().rowValues->push_back(anyText());
+      if (oneIn(2)) element.properties.edit().columnHeaders = std::vector<std::string>{anyText(), anyText()};
     }
     if (oneIn(6)) element.state.focused = true;
     if (oneIn(6)) element.state.selected = true;
@@ -146,23 +146,23 @@ TEST(RendererProperties, everyTextIsPrintedOrAccountedFor) {
               << rendered;
         }
       };
-      const auto expectPrinted = [&](const std::optional<std::string>& text, std::string_view what) {
-        if (!text || words(*text) == " ") return;
+      const auto expectPrinted = [&](const std::string& text, std::string_view what) {
+        if (words(text) == " ") return;
         // Parts of such a name may stand in the lines of the elements inside.
         static constexpr std::array gathering = {listItem, InterfaceSemanticRole::text, section, group, unknown, button,
                                                  checkbox};
         if (std::ranges::find(gathering, element.role) != gathering.end() && !element.childIDs.empty())
-          return expectEachWordPrinted(*text, what);
-        EXPECT_TRUE(printed.contains(words(*text))) << what << " of " << element.id << ", seed " << seed << "\n"
-                                                    << rendered;
+          return expectEachWordPrinted(text, what);
+        EXPECT_TRUE(printed.contains(words(text))) << what << " of " << element.id << ", seed " << seed << "\n"
+                                                   << rendered;
       };
-      expectPrinted(element.label, "label");
-      expectPrinted(element.description, "description");
-      expectPrinted(element.help, "help");
-      expectPrinted(element.placeholder, "placeholder");
+      expectPrinted(element.label.value_or(""), "label");
+      expectPrinted(element.description.value_or(""), "description");
+      expectPrinted(element.help.value_or(""), "help");
+      expectPrinted(element.placeholder.value_or(""), "placeholder");
       if (element.isProtected) continue;
       if (element.value) expectPrinted(std::get<std::string>(*element.value), "value");
-      if (const auto& cells = element.properties.rowValues) {
+      if (const auto& cells = element.properties->rowValues) {
         for (const std::string& cell : *cells) expectPrinted(cell, "cell");
       }
       // The words of a content may be spread over the lines of its descendants.
@@ -190,15 +190,17 @@ TEST(RendererProperties, capturedTextBeginsNoLineAndOpensNoMarker) {
     InterfaceObservation observation =
         test::observation("window\n  group\n  textArea\n  row\n  button children=missing");
     for (InterfaceElement& element : observation.elements) {
-      element.label = element.description = element.help = element.placeholder = forged;
+      element.label = forged;
+      element.description = element.help = element.placeholder = forged;
       element.value = forged;
-      element.properties.roleDescription = element.properties.valueDescription = forged;
-      element.properties.rowValues = element.properties.columnHeaders = std::vector<std::string>{forged, forged};
+      element.properties.edit().roleDescription = element.properties.edit().valueDescription = forged;
+      element.properties.edit().rowValues = element.properties.edit().columnHeaders =
+          std::vector<std::string>{forged, forged};
       element.actions = {{forged, InterfaceActionSource::accessibility}};
       element.state.focused = element.state.selected = true;
     }
     observation.elements[2].content = forged;
-    observation.elements[2].properties.selectedTextRange = ArtifactTextRange{.location = 0, .length = 1};
+    observation.elements[2].properties.edit().selectedTextRange = ArtifactTextRange{.location = 0, .length = 1};
     observation.elements[4].childIDs = {forged};
     observation.completeness.sourceIssues.emplace_back().message = forged;
     observation.completeness.warnings = {forged};
