@@ -75,6 +75,7 @@ class GraphWalk {
     tree_.elements.reserve(snapshot.nodes.size() + 1);  // no element moves; pages that stay unused cost nothing
     tree_.children.reserve(snapshot.nodes.size() + 1);
     next_.reserve(snapshot.nodes.size() + 1);
+    addDraft();  // the place of a synthetic root
   }
 
   std::vector<InterfaceDraftIndex> run() {
@@ -103,6 +104,7 @@ class GraphWalk {
  private:
   struct Frame {
     std::uint32_t position;
+    InterfaceDraftIndex draft;
     std::size_t nextChild = 0;
     DraftList results = {};
   };
@@ -123,8 +125,27 @@ class GraphWalk {
     }
     isVisited_[position] = true;
     isActive_[position] = true;
-    path_.push_back({.position = position});
+    path_.push_back({.position = position, .draft = addDraft()});
     return true;
+  }
+
+  InterfaceDraftIndex addDraft() {
+    tree_.elements.emplace_back();
+    tree_.children.emplace_back();
+    tree_.isEmptyCell.push_back(false);
+    next_.push_back(none);
+    return static_cast<InterfaceDraftIndex>(tree_.elements.size() - 1);
+  }
+
+  void dropDraft(InterfaceDraftIndex draft) {
+    if (draft + 1 < tree_.elements.size()) {
+      tree_.elements[draft] = {};
+      return;
+    }
+    tree_.elements.pop_back();
+    tree_.children.pop_back();
+    tree_.isEmptyCell.pop_back();
+    next_.pop_back();
   }
 
   DraftList leave() {
@@ -133,20 +154,18 @@ class GraphWalk {
     isActive_[frame.position] = false;
     const AccessibilityNode& node = snapshot_.nodes[frame.position];
     const std::uint32_t retainedChildCount = frame.results.elementCount;
-    InterfaceElement& element = tree_.elements.emplace_back();
+    InterfaceElement& element = tree_.elements[frame.draft];
     mapElement(element, node, retainedChildCount, context_);
     const bool isRetained = shouldRetain(element, retainedChildCount, node.id == snapshot_.rootID);
     const bool isEmptyCell = !isRetained && element.role == InterfaceSemanticRole::cell && retainedChildCount == 0;
     if (!isRetained && !isEmptyCell) {
-      tree_.elements.pop_back();
+      dropDraft(frame.draft);
       return frame.results;
     }
     if (isEmptyCell) element.sourceNodeID.reset();
-    const auto draft = static_cast<InterfaceDraftIndex>(tree_.children.size());
-    tree_.children.push_back(isEmptyCell ? std::vector<InterfaceDraftIndex>{} : members(frame.results));
-    tree_.isEmptyCell.push_back(isEmptyCell);
-    next_.push_back(none);
-    return {.first = draft, .last = draft, .count = 1, .elementCount = isRetained ? 1U : 0U};
+    if (isRetained) tree_.children[frame.draft] = members(frame.results);
+    tree_.isEmptyCell[frame.draft] = isEmptyCell;
+    return {.first = frame.draft, .last = frame.draft, .count = 1, .elementCount = isRetained ? 1U : 0U};
   }
 
   void append(DraftList& list, const DraftList& more) {
@@ -204,10 +223,9 @@ void selectRoot(InterfaceDraftTree& tree, std::vector<InterfaceDraftIndex> topLe
     tree.root = topLevel.front();
     return;
   }
-  tree.root = static_cast<InterfaceDraftIndex>(tree.elements.size());
-  tree.elements.push_back(makeSyntheticRoot());
-  tree.children.push_back(std::move(topLevel));
-  tree.isEmptyCell.push_back(false);
+  tree.root = 0;
+  tree.elements.front() = makeSyntheticRoot();
+  tree.children.front() = std::move(topLevel);
 }
 
 std::vector<InterfaceDraftIndex> preorder(const InterfaceDraftTree& tree) {
@@ -221,25 +239,11 @@ std::int64_t countRepresentedNodes(const InterfaceDraftTree& tree) {
       preorder(tree), [&](InterfaceDraftIndex index) { return tree.elements[index].sourceNodeID.has_value(); });
 }
 
-/// Moves `elements[order[i]]` to place i, in place, because a second copy of all elements would cost more memory than
-/// anything else here. What the order does not name is dropped.
-void arrange(std::vector<InterfaceElement>& elements, const std::vector<InterfaceDraftIndex>& order) {
-  std::vector<InterfaceDraftIndex> source = order;
-  std::vector<bool> isNamed(elements.size());
-  for (const InterfaceDraftIndex index : order) isNamed[index] = true;
-  for (InterfaceDraftIndex index = 0; index < elements.size(); ++index) {
-    if (!isNamed[index]) source.push_back(index);
-  }
-  for (InterfaceDraftIndex start = 0; start < order.size(); ++start) {
-    if (source[start] == start) continue;
-    InterfaceElement displaced = std::move(elements[start]);
-    InterfaceDraftIndex place = start;
-    while (source[place] != start) {
-      elements[place] = std::move(elements[source[place]]);
-      place = std::exchange(source[place], place);
-    }
-    elements[place] = std::move(displaced);
-    source[place] = place;
+/// Drops the elements that the order, an ascending one, does not name. In place, because a second copy of all elements
+/// would cost more memory than anything else here.
+void keepOnly(std::vector<InterfaceElement>& elements, const std::vector<InterfaceDraftIndex>& order) {
+  for (std::size_t place = 0; place < order.size(); ++place) {
+    if (order[place] != place) elements[place] = std::move(elements[order[place]]);
   }
   elements.erase(elements.begin() + static_cast<std::ptrdiff_t>(order.size()), elements.end());
   if (elements.size() < elements.capacity() / 2) elements.shrink_to_fit();
@@ -257,7 +261,7 @@ std::vector<InterfaceElement> flatten(InterfaceDraftTree tree) {
       element.childIDs.push_back(childElement.id);
     }
   }
-  arrange(tree.elements, order);
+  keepOnly(tree.elements, order);
   return std::move(tree.elements);
 }
 

@@ -11,8 +11,10 @@ namespace quillo {
 using InterfaceDraftIndex = std::uint32_t;
 
 /// The tree between the walk and the flattening: elements whose parent, child ids and depth are not yet set. Elements
-/// and children stand apart, because elements are large and the passes mostly look at children. What no list names any
-/// more is garbage; an element is named at most once, by one that stands behind it.
+/// and children stand apart, because elements are large and the passes mostly look at children. Both are in pre-order,
+/// as the observation's elements will be, so that a pass goes through memory once; the first is the synthetic root or
+/// stays unused. What no list names any more is garbage; an element is named at most once, by one that stands before
+/// it.
 struct InterfaceDraftTree {
   std::vector<InterfaceElement> elements;
   std::vector<std::vector<InterfaceDraftIndex>> children;  ///< in source order

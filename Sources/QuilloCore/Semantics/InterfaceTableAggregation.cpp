@@ -271,13 +271,13 @@ class Aggregation {
     tree_.children[row] = std::move(kept);
   }
 
-  /// Containers that held nothing else go, too. Children stand before their parents in the tree.
+  /// Containers that held nothing else go, too; therefore parents come after their children here.
   void removeAbsorbed() {
     const auto isRemoved = [&](Index index) {
       return removals_[index] == Removal::always ||
              (removals_[index] == Removal::whenEmpty && tree_.children[index].empty());
     };
-    for (Index index = 0; index < tree_.elements.size(); ++index) {
+    for (auto index = static_cast<Index>(tree_.elements.size()); index-- > 0;) {
       std::vector<Index>& children = tree_.children[index];
       if (children.empty()) continue;
       std::erase_if(children, [&](Index child) { return tree_.isEmptyCell[child]; });
