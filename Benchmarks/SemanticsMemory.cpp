@@ -21,7 +21,7 @@
 namespace quillo::bench {
 namespace {
 
-constexpr std::string_view measureOption = "--measure-standard-input";
+constexpr const char* measureOption = "--measure-standard-input";
 
 /// A figure of this process's memory, in bytes.
 double memory(std::string_view name) {
@@ -67,7 +67,7 @@ void measure(const AccessibilitySnapshot& snapshot, const char* label) {
   const pid_t child = ::fork();
   if (child == 0) {
     ::dup2(input, STDIN_FILENO);
-    ::execl("/proc/self/exe", "SemanticsMemory", measureOption.data(), label, nullptr);
+    ::execl("/proc/self/exe", "SemanticsMemory", measureOption, label, nullptr);
     ::_exit(1);
   }
   int status = 0;
@@ -80,7 +80,7 @@ void measure(const AccessibilitySnapshot& snapshot, const char* label) {
 
 int main(int argc, char** argv) {
   using namespace quillo::bench;
-  if (argc == 3 && argv[1] == measureOption) {
+  if (argc == 3 && std::string_view(argv[1]) == measureOption) {
     measureStandardInput(argv[2]);
     return 0;
   }
