@@ -13,9 +13,9 @@
 #include "QuilloCore/Support/Date.h"
 #include "QuilloCore/Support/Geometry.h"
 #include "QuilloCore/Support/JsonFields.h"
-#include "QuilloCore/Support/RareOptional.h"
 #include "QuilloCore/Support/JsonReader.h"
 #include "QuilloCore/Support/JsonWriter.h"
+#include "QuilloCore/Support/RareOptional.h"
 
 namespace quillo {
 
