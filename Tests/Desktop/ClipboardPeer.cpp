@@ -106,23 +106,32 @@ ClipboardPeer::~ClipboardPeer() {
 void ClipboardPeer::run() {
   std::array<pollfd, 2> sources{{{endEvent_, POLLIN, 0}, {-1, POLLIN, 0}}};
   while (sources[0].revents == 0) {
-    while (connection_) {
-      const Event event(xcb_poll_for_event(connection_->get()));
-      if (!event) break;
-      if (kindOf(*event) == XCB_SELECTION_REQUEST) {
-        const auto& request = reinterpret_cast<const xcb_selection_request_event_t&>(*event);
-        constexpr std::uint32_t silence = UINT32_MAX;
-        const std::uint32_t property = answer(request.requestor, request.target, request.property);
-        if (property != silence) notify(connection_->get(), request, property);
-      } else if (kindOf(*event) == XCB_PROPERTY_NOTIFY) {
-        const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(*event);
-        if (change.state == XCB_PROPERTY_DELETE) givePiece(change.atom);
-      }
-    }
-    if (connection_) xcb_flush(connection_->get());
+    // Flushing reads what has come by then, too; so nothing may be left unhandled behind it.
+    do {
+      if (connection_) xcb_flush(connection_->get());
+    } while (handleEvents());
     sources[1].fd = connection_ ? xcb_get_file_descriptor(connection_->get()) : -1;
     poll(sources.data(), sources.size(), -1);
   }
+}
+
+bool ClipboardPeer::handleEvents() {
+  bool hasHandled = false;
+  while (connection_) {
+    const Event event(xcb_poll_for_event(connection_->get()));
+    if (!event) break;
+    hasHandled = true;
+    if (kindOf(*event) == XCB_SELECTION_REQUEST) {
+      const auto& request = reinterpret_cast<const xcb_selection_request_event_t&>(*event);
+      constexpr std::uint32_t silence = UINT32_MAX;
+      const std::uint32_t property = answer(request.requestor, request.target, request.property);
+      if (property != silence) notify(connection_->get(), request, property);
+    } else if (kindOf(*event) == XCB_PROPERTY_NOTIFY) {
+      const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(*event);
+      if (change.state == XCB_PROPERTY_DELETE) givePiece(change.atom);
+    }
+  }
+  return hasHandled;
 }
 
 std::uint32_t ClipboardPeer::answer(std::uint32_t window, std::uint32_t target, std::uint32_t property) {

@@ -74,6 +74,7 @@ class ClipboardPeer {
   };
 
   void run();
+  bool handleEvents();
   std::uint32_t answer(std::uint32_t window, std::uint32_t target, std::uint32_t property);
   void givePiece(std::uint32_t property);
 

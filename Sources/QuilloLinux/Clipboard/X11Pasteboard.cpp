@@ -150,8 +150,10 @@ class X11Pasteboard::Thread {
     std::array<pollfd, 2> sources{{{jobs_->event(), POLLIN, 0}, {-1, POLLIN, 0}}};
     int timeout = -1;
     if (clipboard_ && !clipboard_->isLost()) {
-      clipboard_->handleEvents();
-      clipboard_->flush();
+      // Flushing reads what has come by then, too; so nothing may be left unhandled behind it.
+      do {
+        clipboard_->flush();
+      } while (clipboard_->handleEvents());
       sources[1].fd = clipboard_->fileDescriptor();
       timeout = pollTimeout(clipboard_->deadline());
     }
