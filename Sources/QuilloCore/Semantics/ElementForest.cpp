@@ -14,13 +14,14 @@ class ElementIDs {
   explicit ElementIDs(const std::vector<InterfaceElement>& elements)
       : elements_(elements), slots_(std::bit_ceil(2 * elements.size() + 1)) {
     for (ElementIndex i = 0; i < elements.size(); ++i) {
-      Slot& slot = slots_[locate(elements[i].id)];
-      if (slot.element == noElement) slot = {hashOf(elements[i].id), i};
+      const std::uint32_t hash = hashOf(elements[i].id);
+      Slot& slot = slots_[locate(elements[i].id, hash)];
+      if (slot.element == noElement) slot = {hash, i};
     }
   }
 
   /// `noElement` when there is none.
-  ElementIndex find(std::string_view id) const { return slots_[locate(id)].element; }
+  ElementIndex find(std::string_view id) const { return slots_[locate(id, hashOf(id))].element; }
 
  private:
   struct Slot {
@@ -33,8 +34,7 @@ class ElementIDs {
   }
 
   /// The slot of the id, or the free one where it would stand.
-  std::size_t locate(std::string_view id) const {
-    const std::uint32_t hash = hashOf(id);
+  std::size_t locate(std::string_view id, std::uint32_t hash) const {
     std::size_t place = hash & (slots_.size() - 1);
     while (slots_[place].element != noElement &&
            (slots_[place].hash != hash || elements_[slots_[place].element].id != id)) {
