@@ -103,6 +103,18 @@ TEST_F(ScreenshotCapturer, displayThatDoesNotAnswerIsGivenUp) {
   }
 }
 
+TEST(WindowScreenshotCaptureError, namesTheProcessByItsNameOrItsNumber) {
+  using Error = WindowScreenshotCaptureError;
+  const Error named(Error::NoSubstantialWindow{9, "Mail"});
+  EXPECT_EQ(named.errorDescription(), "No visible captureable window was found for Mail (PID 9).");
+  EXPECT_EQ(named.recoverySuggestion(),
+            "Bring the window you want to capture to the front and try the capture shortcut again.");
+  EXPECT_EQ(Error(Error::NoSubstantialWindow{9, {}}).errorDescription(),
+            "No visible captureable window was found for PID 9.");
+  EXPECT_EQ(Error(Error::FrozenWindowUnavailable{7, 9, {}}).errorDescription(),
+            "The frozen window 7 for PID 9 is no longer available to ScreenCaptureKit.");
+}
+
 TEST(ScreenshotCaptureDeadlines, stayInTheirRange) {
   const WindowScreenshotCaptureDeadlines clamped(0.01, 90);
   EXPECT_EQ(clamped.shareableContent(), 0.1);
